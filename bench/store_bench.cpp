@@ -1,0 +1,90 @@
+#include "todo_json.h"
+#include "todo_store.h"
+
+#include <benchmark/benchmark.h>
+#include <cstdlib>
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace kelo;
+
+// A realistic list: a third undated, some done, most with a day, half of those timed.
+std::vector<Todo> sampleTodos(int count) {
+    std::vector<Todo> todos;
+    todos.reserve(static_cast<std::size_t>(count));
+    const Timestamp start = *parseInternetDateTime("2025-01-01T08:00:00Z");
+    for (int i = 0; i < count; ++i) {
+        Todo todo;
+        todo.id = Uuid::random();
+        todo.title = "task number " + std::to_string(i) + " with a typical title";
+        if (i % 3 != 0) {
+            todo.day = Day::key(CivilDay{2025, 3, 1 + i % 28});
+            if (i % 2 == 0) {
+                todo.minute = i % 1440;
+            }
+        }
+        if (i % 5 == 0) {
+            todo.doneAt = start + std::chrono::hours(i);
+        }
+        todo.created = start + std::chrono::minutes(i);
+        todos.push_back(std::move(todo));
+    }
+    return todos;
+}
+
+fs::path scratchFolder() {
+    std::string pattern = (fs::temp_directory_path() / "kelo-bench-XXXXXX").string();
+    if (::mkdtemp(pattern.data()) == nullptr) {
+        std::abort();
+    }
+    return pattern;
+}
+
+// A whole save as the store does it after every change: encode, write, fsync, rename.
+void BM_Save(benchmark::State& state) {
+    const fs::path folder = scratchFolder();
+    const fs::path file = folder / "todos.json";
+    TodoStore store(file, TodoStore::Options{currentTime, [](std::string_view) {}});
+    for (const Todo& todo : sampleTodos(static_cast<int>(state.range(0)))) {
+        store.restore(todo);
+    }
+    const Uuid first = store.todos().front().id;
+    for (auto _ : state) {
+        store.toggle(first, currentTime());
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+    fs::remove_all(folder);
+}
+BENCHMARK(BM_Save)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// The encoding alone, to tell the CPU's share from the disk's.
+void BM_Encode(benchmark::State& state) {
+    const auto todos = sampleTodos(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(encodeTodos(todos));
+    }
+}
+BENCHMARK(BM_Encode)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// A start-up load: read, decode, and refresh the backup copy.
+void BM_Load(benchmark::State& state) {
+    const fs::path folder = scratchFolder();
+    const fs::path file = folder / "todos.json";
+    {
+        TodoStore seed(file, TodoStore::Options{currentTime, [](std::string_view) {}});
+        for (const Todo& todo : sampleTodos(static_cast<int>(state.range(0)))) {
+            seed.restore(todo);
+        }
+    }
+    for (auto _ : state) {
+        TodoStore store(file, TodoStore::Options{currentTime, [](std::string_view) {}});
+        benchmark::DoNotOptimize(store.todos().data());
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+    fs::remove_all(folder);
+}
+BENCHMARK(BM_Load)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+} // namespace

@@ -1,0 +1,125 @@
+#include "testing.h"
+#include "todo_json.h"
+
+#include <gtest/gtest.h>
+
+namespace kelo {
+namespace {
+
+using testing::utc;
+
+constexpr std::string_view exampleFile = R"([
+  {
+    "created" : "2025-03-06T09:15:02Z",
+    "day" : "2025-03-07",
+    "id" : "3F2B8C1E-5A47-4D0B-9E6F-2C8A1B7D4E90",
+    "minute" : 900,
+    "title" : "dentist"
+  },
+  {
+    "created" : "2025-03-01T18:40:55Z",
+    "doneAt" : "2025-03-06T08:02:10Z",
+    "id" : "2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13",
+    "title" : "taxes"
+  }
+])";
+
+std::vector<Todo> exampleTodos() {
+    Todo dentist;
+    dentist.id = *Uuid::parse("3f2b8c1e-5a47-4d0b-9e6f-2c8a1b7d4e90");
+    dentist.title = "dentist";
+    dentist.day = "2025-03-07";
+    dentist.minute = 900;
+    dentist.created = utc("2025-03-06T09:15:02Z");
+    Todo taxes;
+    taxes.id = *Uuid::parse("2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13");
+    taxes.title = "taxes";
+    taxes.doneAt = utc("2025-03-06T08:02:10Z");
+    taxes.created = utc("2025-03-01T18:40:55Z");
+    return {dentist, taxes};
+}
+
+std::vector<Todo> decoded(std::string_view bytes) {
+    auto result = decodeTodos(bytes);
+    if (auto* error = std::get_if<std::string>(&result)) {
+        ADD_FAILURE() << "unreadable: " << *error << "\n" << bytes;
+        return {};
+    }
+    return std::get<std::vector<Todo>>(result);
+}
+
+TEST(TodoJson, WritesTheExactBytesOfTheDataFile) {
+    EXPECT_EQ(encodeTodos(exampleTodos()), exampleFile);
+    EXPECT_EQ(encodeTodos({}), "[]");
+    EXPECT_EQ(decoded(exampleFile), exampleTodos());
+}
+
+TEST(TodoJson, EscapesSlashesQuotesAndControlsAndKeepsOtherTextAsUtf8) {
+    Todo todo = exampleTodos()[1];
+    todo.title = "a/b \"q\" \\ \t\n\x01 caf\xC3\xA9 \xF0\x9F\x93\x85";
+    const std::string bytes = encodeTodo(todo);
+    EXPECT_NE(bytes.find(R"("title" : "a\/b \"q\" \\ \t\n\u0001 caf)"
+                         "\xC3\xA9 \xF0\x9F\x93\x85\""),
+              std::string::npos)
+        << bytes;
+    EXPECT_EQ(decoded("[" + bytes + "]").front().title, todo.title);
+}
+
+TEST(TodoJson, RoundTripLosesOnlySubSecondPrecision) {
+    std::vector<Todo> todos = exampleTodos();
+    todos[0].created += std::chrono::milliseconds(731);
+    todos[1].doneAt = *todos[1].doneAt + std::chrono::milliseconds(999);
+    const std::vector<Todo> back = decoded(encodeTodos(todos));
+    ASSERT_EQ(back.size(), 2u);
+    EXPECT_EQ(back[0].created, utc("2025-03-06T09:15:02Z"));
+    EXPECT_EQ(back[1].doneAt, utc("2025-03-06T08:02:10Z"));
+    EXPECT_EQ(encodeTodos(back), exampleFile);
+}
+
+TEST(TodoJson, ReaderAcceptsAnyOrderNullsAndUnknownMembers) {
+    const auto todos = decoded(R"([{"title": "x", "extra": {"nested": [1, 2]}, "day": null,
+        "minute": null, "doneAt": null, "created": "2025-03-06T10:15:02+01:00",
+        "id": "2c5f4a0e-1b7d-4e3a-9c21-7d0b6a5e8f13"}])");
+    ASSERT_EQ(todos.size(), 1u);
+    EXPECT_FALSE(todos[0].day);
+    EXPECT_FALSE(todos[0].minute);
+    EXPECT_FALSE(todos[0].isDone());
+    EXPECT_EQ(todos[0].created, utc("2025-03-06T09:15:02Z"));
+}
+
+TEST(TodoJson, AnyWrongMemberMakesTheWholeFileUnreadable) {
+    const std::string good = R"("id": "2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13", "title": "x")";
+    const std::string created = R"("created": "2025-03-06T09:15:02Z")";
+    const std::string valid = "{" + good + ", " + created + "}";
+    const std::string cases[] = {
+        "",
+        "{}",
+        "[1]",
+        "[" + valid + ", " + valid, // truncated
+        "[" + valid + ", {" + good + "}]",
+        "[{" + good + R"(, "created": "2025-03-06T09:15:02.731Z"}])",
+        "[{" + good + R"(, "created": 1741252502}])",
+        R"([{"title": "x", )" + created + "}]",
+        R"([{"id": "not-an-id", "title": "x", )" + created + "}]",
+        R"([{"id": "2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13", "title": 5, )" + created + "}]",
+        "[{" + good + ", " + created + R"(, "day": 20250306}])",
+        "[{" + good + ", " + created + R"(, "minute": "900"}])",
+        "[{" + good + ", " + created + R"(, "minute": 9.5}])",
+        "[{" + good + ", " + created + R"(, "minute": 18446744073709551615}])",
+        "[{" + good + ", " + created + R"(, "doneAt": "yesterday"}])",
+        "[" + std::string(100, '[') + std::string(100, ']') + "]",
+    };
+    for (const std::string& bytes : cases) {
+        EXPECT_TRUE(std::holds_alternative<std::string>(decodeTodos(bytes))) << bytes;
+    }
+}
+
+TEST(TodoJson, DeepNestingIsRefusedWithoutRecursion) {
+    const std::string hostile = std::string(1'000'000, '[') + std::string(1'000'000, ']');
+    const auto result = decodeTodos(hostile);
+    ASSERT_TRUE(std::holds_alternative<std::string>(result));
+    EXPECT_NE(std::get<std::string>(result).find("nests deeper"), std::string::npos);
+}
+
+} // namespace
+} // namespace kelo
