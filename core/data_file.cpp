@@ -20,7 +20,8 @@ constexpr std::string_view temporaryMarker = "XXXXXX";
 
 FileError systemError(std::string_view what, const fs::path& path, int error = errno) {
     return FileError{std::string(std::strerror(error)) + " (" + std::string(what) + " " +
-                     path.string() + ")"};
+                         path.string() + ")",
+                     error};
 }
 
 // ".todos.json.XXXXXX": hidden, beside the target, and recognisable as ours at the next start.
@@ -89,6 +90,27 @@ std::optional<FileError> writeAll(int fd, std::string_view bytes, const fs::path
 
 } // namespace
 
+std::optional<FileError> createPrivateFolders(const fs::path& folder) {
+    if (folder.empty()) {
+        return std::nullopt;
+    }
+    struct stat info {};
+    if (::stat(folder.c_str(), &info) == 0) {
+        return S_ISDIR(info.st_mode)
+                   ? std::nullopt
+                   : std::optional(systemError("creating folder", folder, ENOTDIR));
+    }
+    if (folder.has_parent_path() && folder.parent_path() != folder) {
+        if (auto error = createPrivateFolders(folder.parent_path())) {
+            return error;
+        }
+    }
+    if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
+        return systemError("creating folder", folder);
+    }
+    return std::nullopt;
+}
+
 std::variant<std::string, FileError> readDataFile(const fs::path& path) {
     FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (file.get() < 0) {
@@ -102,7 +124,7 @@ std::variant<std::string, FileError> readDataFile(const fs::path& path) {
         return systemError("reading", path, EISDIR);
     }
     if (static_cast<std::uintmax_t>(info.st_size) > maximumDataFileSize) {
-        return FileError{"the file is larger than 32 MiB"};
+        return FileError{"the file is larger than 32 MiB", EFBIG};
     }
     std::string bytes;
     char buffer[64 * 1024];
@@ -119,14 +141,14 @@ std::variant<std::string, FileError> readDataFile(const fs::path& path) {
         }
         bytes.append(buffer, static_cast<std::size_t>(count));
         if (bytes.size() > maximumDataFileSize) {
-            return FileError{"the file is larger than 32 MiB"};
+            return FileError{"the file is larger than 32 MiB", EFBIG};
         }
     }
 }
 
 std::optional<FileError> writeFileAtomically(const fs::path& path, std::string_view bytes) {
     const fs::path folder = path.parent_path();
-    if (auto error = createFolders(folder)) {
+    if (auto error = createPrivateFolders(folder)) {
         return error;
     }
     std::string temporary =

@@ -10,6 +10,7 @@ namespace kelo {
 
 struct FileError {
     std::string description;
+    int code = 0; // the errno behind it, when there is one
 };
 
 // The whole file, or why it cannot be had. Files past the data file's size limit are refused
@@ -22,6 +23,9 @@ struct FileError {
 // On failure the previous file is untouched and the temporary file is gone.
 [[nodiscard]] std::optional<FileError> writeFileAtomically(const std::filesystem::path& path,
                                                            std::string_view bytes);
+
+// Creates the folder and every missing parent with mode 0700: only the user reads their tasks.
+[[nodiscard]] std::optional<FileError> createPrivateFolders(const std::filesystem::path& folder);
 
 // Removes the temporary files that an interrupted write of `path` left behind.
 void removeLeftoverTemporaries(const std::filesystem::path& path);

@@ -1,0 +1,36 @@
+#include "commands.h"
+#include "data_file_lock.h"
+#include "json_io.h"
+#include "quick_parse.h"
+#include "todo_store.h"
+
+#include <iostream>
+
+namespace kelo::cli {
+
+int runAdd(const Invocation& invocation, std::istream& in, std::ostream& out) {
+    // A running Kelo rewrites the whole file after every change and would drop what is added
+    // behind its back, so its lock is taken before the store is opened. A lock that cannot be had
+    // for another reason (a folder that cannot be created) is left to the store, which logs why
+    // it cannot save.
+    const DataFileLock lock(invocation.file);
+    if (lock.status() == DataFileLock::Status::heldByOther) {
+        std::cerr << "kelo-core: " << invocation.file.string()
+                  << " is in use by a running Kelo; nothing was added\n";
+        return 1;
+    }
+    TodoStore store(invocation.file);
+    const Bucket bucket = invocation.bucket.value_or(Bucket::today);
+    answerLines(in, out, [&](const Json& input) -> Answer {
+        if (!input.is_string()) {
+            return LineError{"expected a JSON string"};
+        }
+        const Parsed plan = QuickParse::plan(input.get_ref<const std::string&>(), bucket,
+                                             invocation.now, invocation.calendar);
+        const auto added = store.add(plan.title, plan.day, plan.minute);
+        return added ? taskObject(*added) : Json(nullptr);
+    });
+    return 0;
+}
+
+} // namespace kelo::cli
