@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <optional>
+#include <system_log.h>
+
+namespace kelo {
+
+// Kelo as a login item, through XDG Autostart: the entry kelo.desktop in the autostart folder
+// starts the running program at log-in. The state lives in the file system, not in Kelo, so it
+// is read afresh every time; Kelo never registers itself without the user asking.
+class LaunchAtLogin : public QObject {
+    Q_OBJECT
+
+public:
+    struct Options {
+        // None: $XDG_CONFIG_HOME/autostart, or ~/.config/autostart.
+        std::optional<QString> autostartFolder;
+        // None: the absolute path of the running program.
+        std::optional<QString> program;
+        LogSink log = systemLog;
+    };
+
+    explicit LaunchAtLogin(QObject* parent = nullptr);
+    LaunchAtLogin(Options options, QObject* parent = nullptr);
+
+    // Enabled exactly when the entry exists and is not hidden (Hidden=true).
+    [[nodiscard]] Q_INVOKABLE bool isEnabled() const;
+    // Registers (writes the entry, creating the folder) or unregisters (removes the entry). A
+    // failure is logged as one line and leaves things as they were; callers re-read isEnabled.
+    Q_INVOKABLE void set(bool on);
+
+    [[nodiscard]] QString entryPath() const;
+
+    // The Exec= value that runs the program: quoted and escaped by the rules of desktop entry
+    // files when the path holds reserved characters.
+    [[nodiscard]] static QString execValue(const QString& program);
+
+private:
+    void registerEntry();
+    void unregisterEntry();
+    void fail(const QString& description) const;
+
+    QString folder_;
+    QString program_;
+    LogSink log_;
+};
+
+} // namespace kelo
