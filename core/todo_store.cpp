@@ -101,6 +101,13 @@ void TodoStore::load() {
     if (::lstat(url_.c_str(), &info) != 0 && (errno == ENOENT || errno == ENOTDIR)) {
         return;
     }
+    // A folder in the data file's place (KELO_DATA naming a folder) is no unreadable file: moving
+    // it aside would move someone's folder.
+    if (::stat(url_.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) {
+        options_.log("Kelo: could not read " + url_.string() +
+                     " (it is a folder). Left it in place.");
+        return;
+    }
     auto bytes = readDataFile(url_);
     std::string error;
     if (auto* read = std::get_if<std::string>(&bytes)) {

@@ -11,45 +11,26 @@ namespace {
 
 using Status = DataFileLock::Status;
 
-TEST(DataFileLockTest, OneHolderPerDataFile) {
+TEST(DataFileLockTest, OneHolderPerDataFileAndTheFolderIsCreated) {
     testing::ScratchFolder folder;
-    const auto data = folder / "todos.json";
+    const auto data = folder / "not" / "yet" / "todos.json";
     {
         DataFileLock first(data);
         ASSERT_EQ(first.status(), Status::locked);
-        EXPECT_EQ(first.lockFile(), folder / "todos.json.lock");
-        EXPECT_TRUE(std::filesystem::exists(folder / "todos.json.lock"));
+        EXPECT_EQ(first.lockFile(), folder / "not" / "yet" / "todos.json.lock");
+        EXPECT_TRUE(std::filesystem::exists(first.lockFile()));
 
         DataFileLock second(data);
         EXPECT_EQ(second.status(), Status::heldByOther);
-        EXPECT_FALSE(second.isLocked());
         EXPECT_EQ(second.error(), 0);
+        EXPECT_TRUE(DataFileLock(folder / "other.json").isLocked()) << "other files lock apart";
     }
-    DataFileLock afterRelease(data);
-    EXPECT_TRUE(afterRelease.isLocked());
-}
+    EXPECT_TRUE(DataFileLock(data).isLocked()) << "released with its holder";
 
-TEST(DataFileLockTest, DifferentDataFilesLockSideBySide) {
-    testing::ScratchFolder folder;
-    DataFileLock a(folder / "a.json");
-    DataFileLock b(folder / "b.json");
-    EXPECT_TRUE(a.isLocked());
-    EXPECT_TRUE(b.isLocked());
-}
-
-TEST(DataFileLockTest, CreatesTheMissingFolder) {
-    testing::ScratchFolder folder;
-    DataFileLock lock(folder / "not" / "yet" / "todos.json");
-    EXPECT_TRUE(lock.isLocked());
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "not" / "yet"));
-}
-
-TEST(DataFileLockTest, ReportsAFolderThatCannotExist) {
-    testing::ScratchFolder folder;
     testing::writeFile(folder / "plain", "a file, not a folder");
-    DataFileLock lock(folder / "plain" / "todos.json");
-    EXPECT_EQ(lock.status(), Status::unavailable);
-    EXPECT_NE(lock.error(), 0);
+    DataFileLock impossible(folder / "plain" / "todos.json");
+    EXPECT_EQ(impossible.status(), Status::unavailable);
+    EXPECT_NE(impossible.error(), 0);
 }
 
 TEST(DataFileLockTest, AProcessThatDiesWithoutCleaningUpLeavesNoStaleLock) {
@@ -61,8 +42,7 @@ TEST(DataFileLockTest, AProcessThatDiesWithoutCleaningUpLeavesNoStaleLock) {
     ASSERT_GE(child, 0);
     if (child == 0) {
         // Leaked on purpose: only the kernel may release it.
-        auto* held = new DataFileLock(data);
-        const char answer = held->isLocked() ? 'y' : 'n';
+        const char answer = (new DataFileLock(data))->isLocked() ? 'y' : 'n';
         if (::write(toParent[1], &answer, 1) == 1) {
             ::pause();
         }
@@ -73,12 +53,10 @@ TEST(DataFileLockTest, AProcessThatDiesWithoutCleaningUpLeavesNoStaleLock) {
     ASSERT_EQ(::read(toParent[0], &answer, 1), 1);
     ::close(toParent[0]);
     ASSERT_EQ(answer, 'y');
-
     EXPECT_EQ(DataFileLock(data).status(), Status::heldByOther);
 
     ::kill(child, SIGKILL);
-    int status = 0;
-    ::waitpid(child, &status, 0);
+    ::waitpid(child, nullptr, 0);
     EXPECT_TRUE(DataFileLock(data).isLocked());
 }
 

@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <sstream>
 #include <stdexcept>
 
@@ -15,55 +14,52 @@ ScratchFolder::ScratchFolder() {
     if (::mkdtemp(pattern.data()) == nullptr) {
         throw std::runtime_error("cannot create a scratch folder");
     }
-    path_ = pattern;
+    path = pattern;
 }
 
 ScratchFolder::~ScratchFolder() {
     std::error_code ignored;
-    std::filesystem::permissions(path_, std::filesystem::perms::owner_all,
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all,
                                  std::filesystem::perm_options::add, ignored);
-    std::filesystem::remove_all(path_, ignored);
+    std::filesystem::remove_all(path, ignored);
 }
 
 std::string readFile(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
     std::ostringstream bytes;
-    bytes << in.rdbuf();
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
     return bytes.str();
 }
 
 void writeFile(const std::filesystem::path& path, std::string_view bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::ofstream(path, std::ios::binary).write(bytes.data(), std::ssize(bytes));
 }
 
 Calendar calendar(std::string_view zone, std::string_view locale) {
-    auto made = Calendar::make(zone, locale);
-    if (!made) {
-        ADD_FAILURE() << "unknown zone " << zone;
-        return *Calendar::make("UTC", "en_US");
-    }
-    return *made;
+    return Calendar::make(zone, locale).value();
 }
 
 Timestamp wallTime(const Calendar& calendar, std::string_view dayAndTime) {
-    const auto day = Day::civil(dayAndTime.substr(0, 10));
-    const int hour = std::stoi(std::string(dayAndTime.substr(11, 2)));
-    const int minute = std::stoi(std::string(dayAndTime.substr(14, 2)));
-    if (!day) {
-        ADD_FAILURE() << "not a day: " << dayAndTime;
-        return {};
-    }
-    return calendar.at(*day, hour, minute);
+    return calendar.at(Day::civil(dayAndTime.substr(0, 10)).value(),
+                       std::stoi(std::string(dayAndTime.substr(11, 2))),
+                       std::stoi(std::string(dayAndTime.substr(14, 2))));
 }
 
 Timestamp utc(std::string_view internetDateTime) {
-    const auto time = parseInternetDateTime(internetDateTime);
-    if (!time) {
-        ADD_FAILURE() << "not an internet date-time: " << internetDateTime;
-        return {};
+    return parseInternetDateTime(internetDateTime).value();
+}
+
+Todo todo(std::string title, std::optional<DayKey> day, std::optional<std::int64_t> minute,
+          std::optional<Timestamp> doneAt, int age) {
+    const Timestamp created = utc("2025-03-01T12:00:00Z") - std::chrono::minutes(age);
+    return Todo{Uuid::random(), std::move(title), std::move(day), minute, doneAt, created};
+}
+
+std::vector<std::string> titles(const std::vector<Todo>& todos) {
+    std::vector<std::string> result;
+    for (const Todo& todo : todos) {
+        result.push_back(todo.title);
     }
-    return *time;
+    return result;
 }
 
 } // namespace kelo::testing

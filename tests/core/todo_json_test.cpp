@@ -25,18 +25,10 @@ constexpr std::string_view exampleFile = R"([
 ])";
 
 std::vector<Todo> exampleTodos() {
-    Todo dentist;
-    dentist.id = *Uuid::parse("3f2b8c1e-5a47-4d0b-9e6f-2c8a1b7d4e90");
-    dentist.title = "dentist";
-    dentist.day = "2025-03-07";
-    dentist.minute = 900;
-    dentist.created = utc("2025-03-06T09:15:02Z");
-    Todo taxes;
-    taxes.id = *Uuid::parse("2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13");
-    taxes.title = "taxes";
-    taxes.doneAt = utc("2025-03-06T08:02:10Z");
-    taxes.created = utc("2025-03-01T18:40:55Z");
-    return {dentist, taxes};
+    return {Todo{*Uuid::parse("3f2b8c1e-5a47-4d0b-9e6f-2c8a1b7d4e90"), "dentist", "2025-03-07", 900,
+                 std::nullopt, utc("2025-03-06T09:15:02Z")},
+            Todo{*Uuid::parse("2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13"), "taxes", std::nullopt,
+                 std::nullopt, utc("2025-03-06T08:02:10Z"), utc("2025-03-01T18:40:55Z")}};
 }
 
 std::vector<Todo> decoded(std::string_view bytes) {
@@ -48,10 +40,13 @@ std::vector<Todo> decoded(std::string_view bytes) {
     return std::get<std::vector<Todo>>(result);
 }
 
-TEST(TodoJson, WritesTheExactBytesOfTheDataFile) {
-    EXPECT_EQ(encodeTodos(exampleTodos()), exampleFile);
+TEST(TodoJson, WritesTheExactBytesOfTheDataFileInWholeSeconds) {
     EXPECT_EQ(encodeTodos({}), "[]");
     EXPECT_EQ(decoded(exampleFile), exampleTodos());
+    std::vector<Todo> todos = exampleTodos();
+    todos[0].created += std::chrono::milliseconds(731);
+    todos[1].doneAt = *todos[1].doneAt + std::chrono::milliseconds(999);
+    EXPECT_EQ(encodeTodos(todos), exampleFile);
 }
 
 TEST(TodoJson, EscapesSlashesQuotesAndControlsAndKeepsOtherTextAsUtf8) {
@@ -63,17 +58,6 @@ TEST(TodoJson, EscapesSlashesQuotesAndControlsAndKeepsOtherTextAsUtf8) {
               std::string::npos)
         << bytes;
     EXPECT_EQ(decoded("[" + bytes + "]").front().title, todo.title);
-}
-
-TEST(TodoJson, RoundTripLosesOnlySubSecondPrecision) {
-    std::vector<Todo> todos = exampleTodos();
-    todos[0].created += std::chrono::milliseconds(731);
-    todos[1].doneAt = *todos[1].doneAt + std::chrono::milliseconds(999);
-    const std::vector<Todo> back = decoded(encodeTodos(todos));
-    ASSERT_EQ(back.size(), 2u);
-    EXPECT_EQ(back[0].created, utc("2025-03-06T09:15:02Z"));
-    EXPECT_EQ(back[1].doneAt, utc("2025-03-06T08:02:10Z"));
-    EXPECT_EQ(encodeTodos(back), exampleFile);
 }
 
 TEST(TodoJson, ReaderAcceptsAnyOrderNullsAndUnknownMembers) {
