@@ -1,0 +1,36 @@
+#include "app_delegate.h"
+
+#include "device_notch.h"
+#include "island_model.h"
+#include "island_panel.h"
+#include "screen_placement.h"
+#include "todo_store.h"
+
+namespace kelo::shell {
+
+AppDelegate::AppDelegate(const std::filesystem::path& dataFile)
+    : model_(std::make_unique<IslandModel>(std::make_unique<TodoStore>(dataFile))) {
+    model_->setPlatform(&platform_);
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::launchFinished() {
+    panel_ = std::make_unique<IslandPanel>(*model_,
+                                           std::make_unique<ScreenPlacement>(deviceNotchHeight()));
+    platform_.setPanel(&panel_->window());
+
+    hotKey_ = makeHotKey();
+    connect(hotKey_.get(), &HotKey::activated, model_.get(), &IslandModel::hotKey);
+    hotKey_->registerCtrlAltT();
+
+    clock_.setInterval(clockInterval);
+    connect(&clock_, &QTimer::timeout, model_.get(), &IslandModel::tick);
+    clock_.start();
+    model_->tick();
+
+    // The self-check and snapshot runs start here, after the first tick, so that they find a
+    // complete application to drive.
+}
+
+} // namespace kelo::shell

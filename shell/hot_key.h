@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace kelo::shell {
+
+// Ctrl+Alt+T from any application. Each kind of session offers a global key its own way; the
+// delegate holds whichever one the session supports and only ever sees presses.
+class HotKey : public QObject {
+    Q_OBJECT
+
+public:
+    explicit HotKey(QObject* parent = nullptr)
+        : QObject(parent) {}
+
+    // Asks for Ctrl+Alt+T for the rest of the process's life. A failure writes one log line,
+    // "Kelo: could not register ⌃⌥T (<status>). Click the notch instead.", and nothing else:
+    // the island stays usable by pointer.
+    virtual void registerCtrlAltT() = 0;
+
+Q_SIGNALS:
+    // One press, always delivered from the event loop, never from inside Qt's event dispatch.
+    void activated();
+};
+
+// The one log line of a failed registration; the status is the number the desktop refused with.
+[[nodiscard]] std::string registrationFailure(std::string_view status);
+
+// In a Wayland session (WAYLAND_DISPLAY set, or XDG_SESSION_TYPE "wayland") the desktop portal's
+// global shortcuts, when the bus has a portal that offers them: Kelo runs through XWayland
+// there, and an X11 grab only hears keys while an X11 window has the keyboard. Everywhere else
+// the grab on the X11 root window. Asking the bus may block for a few seconds while the portal
+// starts.
+[[nodiscard]] std::unique_ptr<HotKey>
+makeHotKey(const QDBusConnection& bus = QDBusConnection::sessionBus());
+
+} // namespace kelo::shell

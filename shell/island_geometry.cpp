@@ -1,0 +1,59 @@
+#include "island_geometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelo::shell {
+namespace {
+
+// The open island carries a shadow that needs this much room beyond its body.
+constexpr qreal openMarginWidth = 60;
+constexpr qreal openMarginHeight = 40;
+
+bool isBuiltInPanel(const QString& name) {
+    return name.startsWith(QLatin1String("eDP")) || name.startsWith(QLatin1String("LVDS")) ||
+           name.startsWith(QLatin1String("DSI"));
+}
+
+} // namespace
+
+std::optional<NotchPlacement> placeNotch(const QList<ScreenFacts>& screens, qsizetype primary,
+                                         std::optional<int> notchPixels) {
+    if (screens.isEmpty()) {
+        return std::nullopt;
+    }
+    const qsizetype fallbackScreen = primary >= 0 && primary < screens.size() ? primary : 0;
+    if (notchPixels) {
+        const auto builtIn = std::find_if(screens.begin(), screens.end(), [](const auto& screen) {
+            return isBuiltInPanel(screen.name);
+        });
+        const qsizetype index =
+            builtIn != screens.end() ? std::distance(screens.begin(), builtIn) : fallbackScreen;
+        const qreal ratio = std::max<qreal>(screens[index].devicePixelRatio, 1);
+        return NotchPlacement{index, QSizeF(fallbackNotchWidth, *notchPixels / ratio)};
+    }
+    const ScreenFacts& screen = screens[fallbackScreen];
+    const qreal topPanel = screen.available.top() - screen.geometry.top();
+    return NotchPlacement{fallbackScreen,
+                          QSizeF(fallbackNotchWidth, std::max(topPanel, minimumNotchHeight))};
+}
+
+QSize frameSizeFor(QSizeF islandSize, bool open) {
+    const QSizeF target =
+        open ? islandSize + QSizeF(openMarginWidth, openMarginHeight) : islandSize;
+    // A window cannot be empty; an island of no size still gets one pixel.
+    return QSize(std::max(1, static_cast<int>(std::ceil(target.width()))),
+                 std::max(1, static_cast<int>(std::ceil(target.height()))));
+}
+
+QRect frameOnScreen(const QRect& screen, QSize size) {
+    return QRect(screen.x() + (screen.width() - size.width()) / 2, screen.y(), size.width(),
+                 size.height());
+}
+
+QSizeF hostSizeFor(QSizeF notch) {
+    // The open island at its greatest height (480) with its shadow margin.
+    return QSizeF(notch.width() + 460 + openMarginWidth, 480 + openMarginHeight);
+}
+
+} // namespace kelo::shell
