@@ -53,27 +53,6 @@ private:
     int fd_;
 };
 
-std::optional<FileError> createFolders(const fs::path& folder) {
-    if (folder.empty()) {
-        return std::nullopt;
-    }
-    struct stat info {};
-    if (::stat(folder.c_str(), &info) == 0) {
-        return S_ISDIR(info.st_mode)
-                   ? std::nullopt
-                   : std::optional(systemError("creating folder", folder, ENOTDIR));
-    }
-    if (folder.has_parent_path() && folder.parent_path() != folder) {
-        if (auto error = createFolders(folder.parent_path())) {
-            return error;
-        }
-    }
-    if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
-        return systemError("creating folder", folder);
-    }
-    return std::nullopt;
-}
-
 std::optional<FileError> writeAll(int fd, std::string_view bytes, const fs::path& path) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(fd, bytes.data(), bytes.size());
