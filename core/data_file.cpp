@@ -106,6 +106,8 @@ std::variant<std::string, FileError> readDataFile(const fs::path& path) {
         return FileError{"the file is larger than 32 MiB", EFBIG};
     }
     std::string bytes;
+    // Sized once, so that a large list is not copied again at every step of its growth.
+    bytes.reserve(static_cast<std::size_t>(info.st_size));
     char buffer[64 * 1024];
     for (;;) {
         const ssize_t count = ::read(file.get(), buffer, sizeof buffer);

@@ -2,7 +2,9 @@
 
 #include "civil_day.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <charconv>
+#include <iterator>
 
 namespace kelo {
 
@@ -27,6 +29,13 @@ bool isAt(std::string_view text, std::size_t at, char c) {
     return at < text.size() && text[at] == c;
 }
 
+// Proleptic Gregorian, as CivilDay counts.
+int daysInMonth(int year, int month) {
+    static constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+    return month == 2 && leap ? 29 : days[month - 1];
+}
+
 } // namespace
 
 Timestamp currentTime() {
@@ -36,14 +45,35 @@ Timestamp currentTime() {
 std::string internetDateTime(Timestamp time) {
     const auto seconds = std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
     const std::int64_t days = seconds >= 0 ? seconds / 86400 : (seconds - 86399) / 86400;
-    const std::int64_t secondOfDay = seconds - days * 86400; // [0, 86399]
+    const auto secondOfDay = static_cast<int>(seconds - days * 86400); // [0, 86399]
     const CivilDay day = CivilDay::fromSerial(days);
-    char text[64];
-    const int length = std::snprintf(
-        text, sizeof text, "%04lld-%02d-%02dT%02d:%02d:%02dZ", static_cast<long long>(day.year),
-        day.month, day.day, static_cast<int>(secondOfDay / 3600),
-        static_cast<int>(secondOfDay / 60 % 60), static_cast<int>(secondOfDay % 60));
-    return std::string(text, static_cast<std::size_t>(length));
+    // Written by hand: the data file holds two of these per task, and printf is slow at it. The
+    // year keeps printf's "%04lld" form, four digits at least with the sign counting as one.
+    char text[40];
+    char* next = text;
+    if (day.year < 0) {
+        *next++ = '-';
+    }
+    char year[24];
+    const std::uint64_t magnitude = day.year < 0 ? 0 - static_cast<std::uint64_t>(day.year)
+                                                 : static_cast<std::uint64_t>(day.year);
+    const char* yearEnd = std::to_chars(std::begin(year), std::end(year), magnitude).ptr;
+    for (auto width = yearEnd - year; width < (day.year < 0 ? 3 : 4); ++width) {
+        *next++ = '0';
+    }
+    next = std::copy(static_cast<const char*>(year), yearEnd, next);
+    const auto twoDigits = [&](char before, int value) {
+        *next++ = before;
+        *next++ = static_cast<char>('0' + value / 10);
+        *next++ = static_cast<char>('0' + value % 10);
+    };
+    twoDigits('-', day.month);
+    twoDigits('-', day.day);
+    twoDigits('T', secondOfDay / 3600);
+    twoDigits(':', secondOfDay / 60 % 60);
+    twoDigits(':', secondOfDay % 60);
+    *next++ = 'Z';
+    return std::string(text, next);
 }
 
 std::optional<Timestamp> parseInternetDateTime(std::string_view text) {
@@ -59,8 +89,8 @@ std::optional<Timestamp> parseInternetDateTime(std::string_view text) {
         return std::nullopt;
     }
     const CivilDay civil{*year, *month, *day};
-    if (*month < 1 || *month > 12 || *day < 1 || CivilDay::fromSerial(civil.serial()) != civil ||
-        *hour > 23 || *minute > 59 || *second > 59) {
+    if (*month < 1 || *month > 12 || *day < 1 || *day > daysInMonth(*year, *month) || *hour > 23 ||
+        *minute > 59 || *second > 59) {
         return std::nullopt;
     }
 

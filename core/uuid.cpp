@@ -1,5 +1,6 @@
 #include "uuid.h"
 
+#include <array>
 #include <cstring>
 #include <random>
 
@@ -11,18 +12,17 @@ constexpr bool isHyphenPosition(std::size_t i) {
     return i == 8 || i == 13 || i == 18 || i == 23;
 }
 
-int hexValue(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
+// The value of each byte as a hex digit, or -1.
+constexpr std::array<std::int8_t, 256> hexValues = [] {
+    std::array<std::int8_t, 256> values{};
+    for (std::size_t c = 0; c < values.size(); ++c) {
+        values[c] = c >= '0' && c <= '9'   ? static_cast<std::int8_t>(c - '0')
+                    : c >= 'a' && c <= 'f' ? static_cast<std::int8_t>(c - 'a' + 10)
+                    : c >= 'A' && c <= 'F' ? static_cast<std::int8_t>(c - 'A' + 10)
+                                           : std::int8_t{-1};
     }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    if (c >= 'A' && c <= 'F') {
-        return c - 'A' + 10;
-    }
-    return -1;
-}
+    return values;
+}();
 
 } // namespace
 
@@ -44,42 +44,39 @@ Uuid Uuid::random() {
 }
 
 std::optional<Uuid> Uuid::parse(std::string_view text) {
-    if (text.size() != 36) {
+    if (text.size() != 36 || text[8] != '-' || text[13] != '-' || text[18] != '-' ||
+        text[23] != '-') {
         return std::nullopt;
     }
+    // Every load reads one of these per task, hence a table look-up per digit.
     Uuid id;
-    std::size_t byte = 0;
-    for (std::size_t i = 0; i < text.size();) {
-        if (isHyphenPosition(i)) {
-            if (text[i] != '-') {
-                return std::nullopt;
-            }
-            ++i;
-            continue;
-        }
-        const int high = hexValue(text[i]);
-        const int low = hexValue(text[i + 1]);
-        if (high < 0 || low < 0) {
+    std::size_t at = 0;
+    for (std::uint8_t& byte : id.bytes) {
+        at += isHyphenPosition(at) ? 1 : 0;
+        const int high = hexValues[static_cast<unsigned char>(text[at])];
+        const int low = hexValues[static_cast<unsigned char>(text[at + 1])];
+        if ((high | low) < 0) {
             return std::nullopt;
         }
-        id.bytes[byte++] = static_cast<std::uint8_t>(high * 16 + low);
-        i += 2;
+        byte = static_cast<std::uint8_t>(high * 16 + low);
+        at += 2;
     }
     return id;
 }
 
 std::string Uuid::text() const {
     static constexpr char digits[] = "0123456789ABCDEF";
-    std::string out;
-    out.reserve(36);
+    // Filled in place: every save writes one of these per task.
+    char out[36];
+    char* next = out;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         if (i == 4 || i == 6 || i == 8 || i == 10) {
-            out.push_back('-');
+            *next++ = '-';
         }
-        out.push_back(digits[bytes[i] >> 4]);
-        out.push_back(digits[bytes[i] & 0x0F]);
+        *next++ = digits[bytes[i] >> 4];
+        *next++ = digits[bytes[i] & 0x0F];
     }
-    return out;
+    return std::string(out, sizeof out);
 }
 
 } // namespace kelo
