@@ -1,18 +1,46 @@
 #include "scratch.h"
 
-#include <QTest>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace kelo::testing {
 
+namespace {
+
 Calendar testCalendar() {
     return *Calendar::make("Europe/Berlin", "en_US");
 }
 
+} // namespace
+
 Timestamp at(int year, int month, int day, int hour, int minute) {
     return testCalendar().at(CivilDay{year, month, day}, hour, minute);
+}
+
+void VirtualTime::watch(const QObject& owner) {
+    for (DelaySlot* slot : owner.findChildren<DelaySlot*>()) {
+        QObject::connect(slot, &DelaySlot::scheduled, slot,
+                         [this, slot] { deadlines_[slot] = now_ + *slot->delay(); });
+        QObject::connect(slot, &QObject::destroyed, [this, slot] { deadlines_.erase(slot); });
+    }
+}
+
+void VirtualTime::advanceTo(Timestamp time) {
+    for (;;) {
+        // The earliest deadline of work still pending.
+        const auto next = std::min_element(deadlines_.begin(), deadlines_.end(),
+                                           [](const auto& a, const auto& b) {
+                                               return std::pair(!a.first->isPending(), a.second) <
+                                                      std::pair(!b.first->isPending(), b.second);
+                                           });
+        if (next == deadlines_.end() || !next->first->isPending() || next->second > time) {
+            break;
+        }
+        now_ = std::max(now_, next->second);
+        next->first->fire();
+    }
+    now_ = std::max(now_, time);
 }
 
 Rig::Rig(Timestamp start)
@@ -20,21 +48,16 @@ Rig::Rig(Timestamp start)
     model = makeModel();
 }
 
-QString Rig::dataFile() const {
-    return folder.filePath(u"todos.json"_s);
-}
-
 QString Rig::settingsFile() const {
     return folder.filePath(u"Kelo.conf"_s);
 }
 
 std::unique_ptr<IslandModel> Rig::makeModel() {
-    auto store = std::make_unique<TodoStore>(
-        dataFile().toStdString(), TodoStore::Options{time.clock(), [this](std::string_view line) {
-                                                         logLines.emplace_back(line);
-                                                     }});
+    const auto clock = [this] { return time.now(); };
+    auto store = std::make_unique<TodoStore>(folder.filePath(u"todos.json"_s).toStdString(),
+                                             TodoStore::Options{clock, [](auto) {}});
     auto made = std::make_unique<IslandModel>(
-        std::move(store), IslandModel::Options{testCalendar(), time.clock(), settingsFile()});
+        std::move(store), IslandModel::Options{testCalendar(), clock, settingsFile()});
     made->setPlatform(&platform);
     time.watch(*made);
     return made;
@@ -46,18 +69,28 @@ DayKey Rig::today() const {
 
 Todo Rig::addTask(const std::string& title, std::optional<DayKey> day,
                   std::optional<std::int64_t> minute) {
-    const std::optional<Todo> added = model->store().add(title, std::move(day), minute);
-    if (!added) {
-        QTest::qFail("the store refused a test task", __FILE__, __LINE__);
-        return {};
+    return model->store().add(title, std::move(day), minute).value();
+}
+
+Todo Rig::raiseAlert() {
+    const Todo task = addTask("standup", today(), Day::minuteOf(time.now(), testCalendar()));
+    model->tick();
+    return task;
+}
+
+void Rig::enter(ModeKind mode) {
+    if (mode == ModeKind::Peek) {
+        model->set(Mode::peek());
+    } else if (mode == ModeKind::Open) {
+        model->open(false);
+    } else if (mode == ModeKind::Alert) {
+        raiseAlert();
     }
-    return *added;
 }
 
 std::optional<Todo> Rig::task(const Uuid& id) const {
     const auto& todos = model->store().todos();
-    const auto found =
-        std::find_if(todos.begin(), todos.end(), [&](const Todo& todo) { return todo.id == id; });
+    const auto found = std::ranges::find(todos, id, &Todo::id);
     return found == todos.end() ? std::nullopt : std::optional(*found);
 }
 

@@ -1,45 +1,99 @@
 #pragma once
 
-#include "fake_platform.h"
-#include "virtual_time.h"
-
-#include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
-#include <calendar.h>
+#include <chrono>
+#include <delay_slot.h>
 #include <island_model.h>
+#include <map>
 #include <memory>
-#include <string>
-#include <vector>
+#include <platform.h>
 
 namespace kelo::testing {
 
-// Berlin, English: fixed whatever the machine's zone and locale are.
-[[nodiscard]] Calendar testCalendar();
-
-// A moment on the test calendar's wall clock.
+// A moment on the wall clock of Berlin, whatever the machine's zone is.
 [[nodiscard]] Timestamp at(int year, int month, int day, int hour, int minute);
 
-// One model under test with everything it touches kept apart: a data file and a settings file
-// in a fresh temporary folder, virtual time starting on Thursday 2025-03-06 at 09:00, a
-// recording platform, and the store's log lines.
+// A desktop that records every request in `calls`; activation and key status follow them.
+class FakePlatform final : public Platform {
+public:
+    using Platform::Platform;
+
+    // The handle by which this desktop knows Kelo itself.
+    static constexpr ApplicationRef self{1};
+
+    bool active = false;
+    bool panelKey = false;
+    std::optional<ApplicationRef> front;
+    bool acceptsHandBack = true;
+    QStringList calls;
+
+    [[nodiscard]] bool isActive() const override { return active; }
+    [[nodiscard]] bool isPanelKey() const override { return panelKey; }
+    [[nodiscard]] std::optional<ApplicationRef> frontmost() const override { return front; }
+    [[nodiscard]] bool isThisApplication(const ApplicationRef& app) const override {
+        return app == self;
+    }
+    void activate() override { active = record("activate", true); }
+    void deactivate() override { active = panelKey = record("deactivate", false); }
+    void makePanelKey() override { panelKey = record("makePanelKey", true); }
+    void releaseKeyboard() override { panelKey = record("releaseKeyboard", false); }
+    void playReminderSound() override { record("sound"); }
+    void performHaptic() override { record("haptic"); }
+    [[nodiscard]] bool handBack(const ApplicationRef& app) override {
+        calls << QStringLiteral("handBack %1").arg(app.handle);
+        if (acceptsHandBack) {
+            active = panelKey = false;
+        }
+        return acceptsHandBack;
+    }
+
+private:
+    // Notes the request and returns the state it leaves.
+    bool record(const char* call, bool state = false) {
+        calls << QString::fromLatin1(call);
+        return state;
+    }
+};
+
+// Time that passes only when a test says so. It is the model's clock, and it runs the delayed
+// work of the models it watches in deadline order, so a test of the 12 s alert takes no time.
+class VirtualTime {
+public:
+    explicit VirtualTime(Timestamp start)
+        : now_(start) {}
+
+    [[nodiscard]] Timestamp now() const { return now_; }
+    void watch(const QObject& owner);
+    void advance(std::chrono::milliseconds span) { advanceTo(now_ + span); }
+    void advanceTo(Timestamp time);
+
+private:
+    Timestamp now_;
+    std::map<DelaySlot*, Timestamp> deadlines_;
+};
+
+// One model with everything it touches kept apart: data and settings files in a fresh folder,
+// virtual time from Thursday 2025-03-06 09:00 and a recording platform.
 struct Rig {
     explicit Rig(Timestamp start = at(2025, 3, 6, 9, 0));
 
-    [[nodiscard]] QString dataFile() const;
     [[nodiscard]] QString settingsFile() const;
-    // A fresh model over the same data and settings files, watched by the virtual time.
     [[nodiscard]] std::unique_ptr<IslandModel> makeModel();
 
     [[nodiscard]] DayKey today() const;
     // Adds a task straight to the store, as data that was there before the test.
     Todo addTask(const std::string& title, std::optional<DayKey> day = std::nullopt,
                  std::optional<std::int64_t> minute = std::nullopt);
+    // Adds a task due this minute and ticks, which raises its alert.
+    Todo raiseAlert();
+    // Puts the model into the mode the way the user or the clock would.
+    void enter(ModeKind mode);
     [[nodiscard]] std::optional<Todo> task(const Uuid& id) const;
 
     QTemporaryDir folder;
     VirtualTime time;
     FakePlatform platform;
-    std::vector<std::string> logLines;
     std::unique_ptr<IslandModel> model;
 };
 

@@ -1,0 +1,480 @@
+#include "scratch.h"
+
+#include <QFile>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using kelo::testing::at;
+using kelo::testing::Rig;
+
+namespace kelo {
+
+namespace {
+
+// "in" and "out" move the pointer, "type" and "clear" edit the draft, "hold" sets the mode held,
+// "isolate" isolates the model; a number lets that many milliseconds pass.
+void play(Rig& rig, const QString& script) {
+    for (const QString& step : script.split(u' ', Qt::SkipEmptyParts)) {
+        if (step == "in"_L1 || step == "out"_L1) {
+            rig.model->hover(step == "in"_L1);
+        } else if (step == "type"_L1 || step == "clear"_L1) {
+            rig.model->setDraft(step == "type"_L1 ? u"buy"_s : QString());
+        } else if (step == "hold"_L1) {
+            rig.model->set(rig.model->mode());
+        } else if (step == "isolate"_L1) {
+            rig.model->setIsolated(true);
+        } else {
+            rig.time.advance(std::chrono::milliseconds(step.toInt()));
+        }
+    }
+}
+
+// Such as "Glass Dark silent".
+QString preferences(const IslandModel& model) {
+    return QVariant::fromValue(model.theme()).toString() % u' ' %
+           QVariant::fromValue(model.glassLook()).toString() %
+           (model.reminderSound() ? u" sound"_s : u" silent"_s);
+}
+
+std::optional<Uuid> alerting(const Rig& rig) {
+    return rig.model->mode().alertId();
+}
+
+} // namespace
+
+class IslandModelTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void modeMachine_data() {
+        QTest::addColumn<ModeKind>("start");
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<ModeKind>("expected");
+        QTest::addColumn<int>("haptics");
+        const auto closed = ModeKind::Closed, peek = ModeKind::Peek, open = ModeKind::Open,
+                   alert = ModeKind::Alert;
+        const auto row = [](const char* name, ModeKind start, const char* script, ModeKind expected,
+                            int haptics) {
+            QTest::newRow(name) << start << QString::fromLatin1(script) << expected << haptics;
+        };
+        row("closed: resting 0.1 s peeks", closed, "in 100", peek, 1);
+        row("closed: not yet at 99 ms", closed, "in 99", closed, 0);
+        row("closed: leaving within 0.1 s", closed, "in 50 out 1000", closed, 0);
+        row("closed: isolated peeks silently", closed, "isolate in 100", peek, 0);
+        row("peek: leaving closes at once", peek, "out", closed, 0);
+        row("open idle: closes 0.7 s after leaving", open, "out 700", closed, 0);
+        row("open idle: not at 699 ms", open, "out 699", open, 0);
+        row("open idle: coming back in time", open, "out 600 in 5000", open, 0);
+        row("open: setting the held mode cancels the close", open, "out hold 5000", open, 0);
+        row("open with a draft stays", open, "type in out 60000", open, 0);
+        row("open: clearing the draft alone", open, "type in out 1000 clear 10000", open, 0);
+        row("open: the next leave closes", open, "type out clear in out 700", closed, 0);
+        row("alert: closes by itself after 12 s", alert, "12000", closed, 1);
+        row("alert: still up at 11.999 s", alert, "11999", alert, 1);
+        row("alert: resting keeps it past 12 s", alert, "1000 in 60000", alert, 1);
+        row("alert: setting the held mode cancels the close", alert, "hold 60000", alert, 1);
+        row("alert: leaving closes 4 s later", alert, "in 60000 out 4000", closed, 1);
+        row("alert: not at 3.999 s after leaving", alert, "in 60000 out 3999", alert, 1);
+    }
+
+    void modeMachine() {
+        QFETCH(ModeKind, start);
+        QFETCH(QString, script);
+        Rig rig;
+        rig.enter(start);
+        QCOMPARE(rig.model->mode().kind(), start);
+        const qint64 focus = rig.model->focusRequest();
+        play(rig, script);
+        QTEST(rig.model->mode().kind(), "expected");
+        QCOMPARE(rig.model->focusRequest(), focus);
+        QTEST(int(rig.platform.calls.count(u"haptic"_s)), "haptics");
+    }
+
+    void openingShowsTheTasksPage_data() {
+        QTest::addColumn<ModeKind>("start");
+        QTest::addColumn<bool>("hotKey");
+        QTest::addColumn<Bucket>("bucket");
+        QTest::newRow("click on an alert") << ModeKind::Alert << false << Bucket::today;
+        QTest::newRow("click on the closed island")
+            << ModeKind::Closed << false << Bucket::upcoming;
+        QTest::newRow("click on a peek") << ModeKind::Peek << false << Bucket::upcoming;
+        QTest::newRow("hot key") << ModeKind::Closed << true << Bucket::today;
+    }
+
+    void openingShowsTheTasksPage() {
+        QFETCH(ModeKind, start);
+        QFETCH(bool, hotKey);
+        Rig rig;
+        rig.enter(start);
+        rig.model->setBucket(Bucket::upcoming);
+        rig.model->toggleSettings();
+        hotKey ? rig.model->hotKey() : rig.model->open(false);
+        QCOMPARE(rig.model->mode(), Mode::open());
+        QCOMPARE(rig.model->page(), Page::Tasks);
+        QTEST(rig.model->bucket(), "bucket");
+    }
+
+    // The desktop as the island closes: "active" Kelo, "key" panel, the application that was in
+    // front (42, or 1 for Kelo itself) and whether it "refuses" the keyboard.
+    void givingTheKeyboardBack_data() {
+        QTest::addColumn<QString>("desktop");
+        QTest::addColumn<QString>("calls");
+        QTest::newRow("the previous application takes it")
+            << u"active key 42"_s << u"handBack 42"_s;
+        QTest::newRow("it refuses") << u"active key refuses 42"_s << u"handBack 42, deactivate"_s;
+        QTest::newRow("Kelo itself was in front") << u"active key 1"_s << u"deactivate"_s;
+        QTest::newRow("no previous application") << u"active"_s << u"deactivate"_s;
+        QTest::newRow("key panel of an inactive Kelo") << u"key 42"_s << u"releaseKeyboard"_s;
+        QTest::newRow("nothing to give back") << u"42"_s << QString();
+    }
+
+    void givingTheKeyboardBack() {
+        QFETCH(QString, desktop);
+        const QStringList words = desktop.split(u' ');
+        Rig rig;
+        if (const int front = words.last().toInt()) {
+            rig.platform.front = ApplicationRef{std::uint64_t(front)};
+        }
+        rig.platform.acceptsHandBack = !words.contains(u"refuses"_s);
+        rig.model->open(true);
+        rig.platform.active = words.contains(u"active"_s);
+        rig.platform.panelKey = words.contains(u"key"_s);
+        rig.platform.calls.clear();
+        rig.model->set(Mode::closed());
+        QTEST(rig.platform.calls.join(u", "), "calls");
+    }
+
+    void escapeTakesOneStepBack() {
+        Rig rig;
+        rig.model->open(false);
+        rig.model->setDraft(u"x"_s);
+        rig.model->toggleSettings();
+        rig.model->escape();
+        QCOMPARE(rig.model->page(), Page::Tasks);
+        rig.model->setEditing(rig.addTask("taxes").id);
+        const qint64 focus = rig.model->focusRequest();
+        rig.model->escape();
+        QCOMPARE(rig.model->editing(), std::nullopt);
+        QCOMPARE(rig.model->focusRequest(), focus + 1);
+        QCOMPARE(rig.model->draft(), u"x"_s);
+        rig.model->escape();
+        QCOMPARE(rig.model->draft(), QString());
+        QCOMPARE(rig.model->mode(), Mode::open());
+        rig.model->escape();
+        QCOMPARE(rig.model->mode(), Mode::closed());
+    }
+
+    void islandSize_data() {
+        QTest::addColumn<ModeKind>("mode");
+        QTest::addColumn<QSizeF>("notch");
+        QTest::addColumn<double>("openHeight");
+        QTest::addColumn<QSizeF>("expected");
+        const QSizeF notch(185, 32);
+        QTest::newRow("closed") << ModeKind::Closed << notch << 120.0 << QSizeF(197, 32);
+        QTest::newRow("peek") << ModeKind::Peek << notch << 120.0 << QSizeF(385, 62);
+        QTest::newRow("open") << ModeKind::Open << notch << 300.0 << QSizeF(645, 300);
+        QTest::newRow("open, at most 480") << ModeKind::Open << notch << 700.0 << QSizeF(645, 480);
+        QTest::newRow("alert") << ModeKind::Alert << QSizeF(200, 38) << 120.0 << QSizeF(460, 92);
+        QTest::newRow("alert, at least 440")
+            << ModeKind::Alert << QSizeF(100, 30) << 120.0 << QSizeF(440, 84);
+    }
+
+    // A task of another day leaves the closed island as it is; one of today, even done, widens it.
+    void islandSize() {
+        QFETCH(ModeKind, mode);
+        QFETCH(QSizeF, notch);
+        QFETCH(double, openHeight);
+        Rig rig;
+        rig.model->setNotch(notch);
+        rig.model->setOpenHeight(openHeight);
+        rig.addTask("tomorrow's", Day::adding(1, rig.today()));
+        rig.enter(mode);
+        QTEST(rig.model->islandSize(), "expected");
+        if (mode == ModeKind::Closed) {
+            QSignalSpy changes(rig.model.get(), &IslandModel::islandSizeChanged);
+            rig.model->toggle(rig.addTask("done already", rig.today()));
+            QCOMPARE(rig.model->islandSize(), QSizeF(285, 32));
+            QCOMPARE(changes.count(), 1);
+        }
+    }
+
+    // Each row names a property and a value other than its first.
+    void equalAssignmentsNotifyNobody_data() {
+        QTest::addColumn<QVariant>("value");
+        const QVariant id(u"6F9619FF-8B86-D011-B42D-00C04FC964FF"_s);
+        QTest::newRow("bucket") << QVariant::fromValue(island::BucketTab::Backlog);
+        QTest::newRow("notch") << QVariant(QSizeF(200, 40));
+        QTest::newRow("openHeight") << QVariant(333.0);
+        QTest::newRow("draft") << QVariant(u"milk"_s);
+        QTest::newRow("editing") << id;
+        QTest::newRow("scheduling") << id;
+        QTest::newRow("page") << QVariant::fromValue(Page::Settings);
+        QTest::newRow("theme") << QVariant::fromValue(IslandTheme::Glass);
+        QTest::newRow("glassLook") << QVariant::fromValue(GlassLook::Dark);
+        QTest::newRow("reminderSound") << QVariant(false);
+        QTest::newRow("isolated") << QVariant(true);
+    }
+
+    void equalAssignmentsNotifyNobody() {
+        QFETCH(QVariant, value);
+        const char* property = QTest::currentDataTag();
+        Rig rig;
+        const QMetaObject& meta = IslandModel::staticMetaObject;
+        QSignalSpy spy(rig.model.get(),
+                       meta.property(meta.indexOfProperty(property)).notifySignal());
+        QVERIFY(rig.model->setProperty(property, value));
+        QVERIFY(rig.model->setProperty(property, rig.model->property(property)));
+        QCOMPARE(spy.count(), 1);
+    }
+
+    void derivedValuesNotifyOnlyRealChanges() {
+        Rig rig;
+        QSignalSpy idle(rig.model.get(), &IslandModel::isIdleChanged);
+        QSignalSpy plan(rig.model.get(), &IslandModel::planChanged);
+        QSignalSpy alertTodo(rig.model.get(), &IslandModel::alertTodoChanged);
+        rig.model->setDraft(u"dentist"_s);     // busy, and a plan
+        rig.model->setDraft(u"dentist 5pm"_s); // another plan
+        rig.model->setOpenHeight(300);         // neither
+        rig.model->toggle(rig.raiseAlert());   // the alerted task, then done
+        QCOMPARE((QList<qsizetype>{idle.count(), plan.count(), alertTodo.count()}),
+                 (QList<qsizetype>{1, 2, 2}));
+    }
+
+    void isolationTouchesNoDesktopAndNoSettings() {
+        Rig rig;
+        rig.model->setIsolated(true);
+        rig.model->setTheme(IslandTheme::Glass);
+        rig.model->setGlassLook(GlassLook::Dark);
+        rig.model->hotKey();
+        QCOMPARE(rig.model->mode(), Mode::open());
+        QCOMPARE(rig.model->focusRequest(), 1);
+        rig.model->hotKey();
+        rig.raiseAlert();
+        QCOMPARE(rig.model->mode().kind(), ModeKind::Alert);
+        QCOMPARE(rig.platform.calls, QStringList());
+        QCOMPARE(QSettings(rig.settingsFile(), QSettings::IniFormat).allKeys(), QStringList());
+        // Back from isolation every assignment is written, even of the value held.
+        rig.model->setIsolated(false);
+        rig.model->setTheme(IslandTheme::Glass);
+        rig.model->setGlassLook(GlassLook::Dark);
+        rig.model->setReminderSound(true);
+        QCOMPARE(preferences(*rig.makeModel()), u"Glass Dark sound"_s);
+        QCOMPARE(QSettings(rig.settingsFile(), QSettings::IniFormat).value(u"reminderSound"_s),
+                 u"true"_s);
+    }
+
+    void preferencesAreRead_data() {
+        QTest::addColumn<QByteArray>("stored");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("nothing") << QByteArray() << u"Standard System sound"_s;
+        QTest::newRow("glass, dark, silent")
+            << "theme=glass\nglassLook=dark\nreminderSound=false"_ba << u"Glass Dark silent"_s;
+        QTest::newRow("light") << "glassLook=light"_ba << u"Standard Light sound"_s;
+        QTest::newRow("values of another spelling or type")
+            << "theme=Glass\nglassLook=sepia\nreminderSound=0"_ba << u"Standard System sound"_s;
+    }
+
+    void preferencesAreRead() {
+        QFETCH(QByteArray, stored);
+        Rig rig;
+        QFile file(rig.settingsFile());
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("[General]\n" + stored + '\n') > 0);
+        file.close();
+        QTEST(preferences(*rig.makeModel()), "expected");
+    }
+
+    void moveAndUndo() {
+        Rig rig;
+        const Todo task = rig.addTask("standup", rig.today(), 540);
+        rig.model->move(task, rig.today(), 600);
+        QCOMPARE(rig.task(task.id)->minute, 600);
+        QCOMPARE(rig.model->toast(), std::nullopt);
+        rig.model->move(*rig.task(task.id), std::nullopt, 600);
+        QCOMPARE(rig.task(task.id)->minute, std::nullopt);
+        QCOMPARE(rig.model->toastValue().value<Toast>().text, u"Moved to Backlog"_s);
+        // Undo restores the schedule only.
+        rig.model->rename(*rig.task(task.id), u" daily standup\n"_s);
+        rig.model->undoLast();
+        QCOMPARE(rig.task(task.id)->title, "daily standup");
+        QCOMPARE(rig.task(task.id)->day, rig.today());
+        QCOMPARE(rig.task(task.id)->minute, 600);
+        QCOMPARE(rig.model->toast(), std::nullopt);
+    }
+
+    void rescheduleReadsAPhrase() {
+        Rig rig;
+        const Todo task = rig.addTask("dentist", rig.today(), 900);
+        const DayKey tomorrow = Day::adding(1, rig.today());
+        QVERIFY(rig.model->reschedule(task, u"tomorrow"_s));
+        QCOMPARE(rig.task(task.id)->minute, 900);
+        QVERIFY(rig.model->reschedule(*rig.task(task.id), u"3:30pm"_s));
+        QCOMPARE(rig.task(task.id)->day, tomorrow);
+        QCOMPARE(rig.task(task.id)->minute, 930);
+        QVERIFY(!rig.model->reschedule(*rig.task(task.id), u"whenever"_s));
+        const Todo undated = rig.addTask("call mom");
+        QVERIFY(rig.model->reschedule(undated, u"9am"_s));
+        QCOMPARE(rig.task(undated.id)->day, rig.today());
+        QCOMPARE(rig.task(undated.id)->minute, 540);
+    }
+
+    void deleteUndoAndTheToast() {
+        Rig rig;
+        const Todo first = rig.addTask("first");
+        const Todo task = rig.addTask("dentist", rig.today(), 900);
+        rig.time.advance(30min); // no tick: completion takes the real time, not the last reading
+        rig.model->toggle(task);
+        const Todo done = *rig.task(task.id);
+        QCOMPARE(done.doneAt, rig.time.now());
+        rig.model->deleteTodo(first);
+        rig.time.advance(3s);
+        rig.model->setScheduling(task.id);
+        rig.model->deleteTodo(done); // replaces the toast and its undo
+        QCOMPARE(rig.model->scheduling(), std::nullopt);
+        rig.time.advance(3999ms);
+        QCOMPARE(rig.model->toastValue().value<Toast>().text, u"Deleted “dentist”"_s);
+        rig.model->undoLast();
+        rig.model->undoLast();
+        QCOMPARE(rig.task(task.id), done);
+        QCOMPARE(rig.task(first.id), std::nullopt);
+        rig.model->deleteTodo(done);
+        rig.time.advance(4s);
+        QCOMPARE(rig.model->toast(), std::nullopt);
+        rig.model->undoLast();
+        QCOMPARE(rig.task(task.id), std::nullopt);
+    }
+
+    void alert_data() {
+        QTest::addColumn<int>("late");
+        QTest::addColumn<QString>("setting");
+        QTest::addColumn<QString>("calls");
+        QTest::newRow("on the minute") << 0 << QString() << u"haptic, sound"_s;
+        QTest::newRow("4 minutes late") << 4 << QString() << u"haptic, sound"_s;
+        QTest::newRow("5 minutes late") << 5 << QString() << QString();
+        QTest::newRow("a minute early") << -1 << QString() << QString();
+        QTest::newRow("after the island was open") << 4 << u"open"_s << u"haptic, sound"_s;
+        QTest::newRow("without sound") << 0 << u"silent"_s << u"haptic"_s;
+    }
+
+    // The tick `late` minutes after a task's time; an open island holds the alert back.
+    void alert() {
+        QFETCH(int, late);
+        QFETCH(QString, setting);
+        QFETCH(QString, calls);
+        const bool open = setting == "open"_L1;
+        Rig rig(at(2025, 3, 6, 17, 0) + std::chrono::minutes(open ? 0 : late));
+        rig.model->setReminderSound(setting != "silent"_L1);
+        const Todo task = rig.addTask("groceries", rig.today(), 17 * 60);
+        if (open) {
+            rig.model->open(false);
+            rig.model->tick();
+            rig.time.advance(std::chrono::minutes(late));
+            rig.model->set(Mode::closed());
+            rig.platform.calls.clear();
+        }
+        rig.model->tick();
+        QCOMPARE(rig.platform.calls.join(u", "), calls);
+        QCOMPARE(alerting(rig) == task.id, !calls.isEmpty());
+    }
+
+    void eachTaskAlertsOncePerTime() {
+        Rig rig(at(2025, 3, 6, 17, 0));
+        const Todo first = rig.addTask("groceries", rig.today(), 17 * 60);
+        const Todo second = rig.addTask("call mom", rig.today(), 17 * 60);
+        rig.model->tick();
+        QCOMPARE(alerting(rig), first.id);
+        rig.time.advance(11s);
+        rig.model->tick();
+        QCOMPARE(alerting(rig), first.id);
+        rig.time.advance(1s);
+        rig.model->tick();
+        QCOMPARE(alerting(rig), second.id);
+        rig.time.advance(12s);
+        rig.model->tick();
+        QCOMPARE(alerting(rig), std::nullopt);
+        rig.model->move(first, rig.today(), 17 * 60 - 1);
+        rig.model->tick();
+        QCOMPARE(alerting(rig), first.id);
+    }
+
+    void answeringAnAlert_data() {
+        QTest::addColumn<int>("hour");
+        QTest::addColumn<int>("minute");
+        QTest::addColumn<bool>("done");
+        QTest::addColumn<std::int64_t>("minuteAfter");
+        QTest::newRow("snooze: ten minutes on") << 17 << 0 << false << std::int64_t{1030};
+        QTest::newRow("snooze: never past 23:59") << 23 << 55 << false << std::int64_t{1439};
+        QTest::newRow("done") << 17 << 0 << true << std::int64_t{1020};
+    }
+
+    // Both close the island without a toast; a snoozed task alerts again at its new minute.
+    void answeringAnAlert() {
+        QFETCH(int, hour);
+        QFETCH(int, minute);
+        QFETCH(bool, done);
+        QFETCH(std::int64_t, minuteAfter);
+        Rig rig(at(2025, 3, 6, hour, minute));
+        const Todo task = rig.raiseAlert();
+        rig.time.advance(3s);
+        done ? rig.model->completeAlert() : rig.model->snooze(*rig.model->alertTodo());
+        QCOMPARE(rig.model->mode(), Mode::closed());
+        QCOMPARE(rig.model->toast(), std::nullopt);
+        QCOMPARE(rig.task(task.id)->minute, minuteAfter);
+        QCOMPARE(rig.task(task.id)->doneAt, done ? std::optional(rig.time.now()) : std::nullopt);
+        rig.time.advanceTo(at(2025, 3, 6, 0, 0) + std::chrono::minutes(minuteAfter));
+        rig.model->tick();
+        QCOMPARE(alerting(rig), done ? std::nullopt : std::optional(task.id));
+    }
+
+    // The road of one task, from the hot key in another application to its alert.
+    void fromHotKeyToAlert() {
+        Rig rig;
+        rig.platform.front = ApplicationRef{42};
+        rig.model->hotKey();
+        rig.model->setDraft(u" \t "_s);
+        rig.model->addDraft();
+        QVERIFY(rig.model->store().todos().empty());
+        QCOMPARE(rig.model->draft(), u" \t "_s);
+        // The day chip keeps the time; no day drops it and shows Backlog; chips refocus the field.
+        rig.model->setDraft(u"groceries sat 9am"_s);
+        rig.model->pickDay(rig.today());
+        QCOMPARE(rig.model->draft(), u"groceries today 9am"_s);
+        rig.model->pickDay(std::nullopt);
+        QCOMPARE(rig.model->draft(), u"groceries"_s);
+        QCOMPARE(rig.model->bucket(), Bucket::backlog);
+        rig.model->pickTime(17 * 60);
+        QCOMPARE(rig.model->draft(), u"groceries 5pm"_s);
+        QCOMPARE(rig.model->focusRequest(), 4);
+        const Parsed plan{"groceries", rig.today(), 17 * 60};
+        QCOMPARE(rig.model->plan(), plan);
+        rig.model->addDraft();
+        const Todo task = rig.model->store().todos().at(0);
+        QCOMPARE((Parsed{task.title, task.day, task.minute}), plan);
+        QCOMPARE(rig.model->bucket(), Bucket::today);
+        // Closing ends editing but keeps a draft.
+        rig.model->setDraft(u"milk"_s);
+        rig.model->setScheduling(task.id);
+        rig.model->hotKey();
+        QCOMPARE(rig.model->scheduling(), std::nullopt);
+        QCOMPARE(rig.model->draft(), u"milk"_s);
+        // Later a click opens the island: closing it hands nothing back again.
+        rig.model->open(false);
+        rig.platform.active = true;
+        rig.model->set(Mode::closed());
+        QCOMPARE(rig.platform.calls,
+                 (QStringList{u"activate"_s, u"makePanelKey"_s, u"handBack 42"_s, u"makePanelKey"_s,
+                              u"deactivate"_s}));
+        rig.platform.calls.clear();
+        rig.time.advanceTo(at(2025, 3, 6, 17, 0));
+        rig.model->tick();
+        QCOMPARE(rig.model->alertTodo(), task);
+        QCOMPARE(rig.platform.calls, QStringList({u"haptic"_s, u"sound"_s}));
+    }
+};
+
+} // namespace kelo
+
+QTEST_GUILESS_MAIN(kelo::IslandModelTest)
+#include "island_model_test.moc"
