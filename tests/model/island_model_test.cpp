@@ -459,7 +459,7 @@ private Q_SLOTS:
         rig.model->hotKey();
         QCOMPARE(rig.model->scheduling(), std::nullopt);
         QCOMPARE(rig.model->draft(), u"milk"_s);
-        // Later a click opens the island: closing it hands nothing back again.
+        // Later a click opens it and the desktop activates Kelo: closing only deactivates.
         rig.model->open(false);
         rig.platform.active = true;
         rig.model->set(Mode::closed());
