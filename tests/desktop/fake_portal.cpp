@@ -1,14 +1,9 @@
-// The desktop portal's global shortcuts, played on a private bus for portal_hot_key_test. It
-// prints what it is asked for on standard output, one line each:
-//   ready                                   the bus name is taken
-//   session <path>                          CreateSession made this session
-//   shortcuts <id> <key>=<value>;... | ...  BindShortcuts was given these shortcuts
-//   error <text>                            a request broke the protocol (answered as an error)
-// Environment:
-//   KELO_FAKE_PORTAL_REFUSE=<method>:<code>  answer that method with that Response code
-//   KELO_FAKE_PORTAL_SESSION_AS_PATH=1       send the session handle as an object path
-//   KELO_FAKE_PORTAL_WITHOUT_SHORTCUTS=1     take the bus name but offer no global shortcuts
-// The test presses a shortcut with org.kelo.FakePortal.Activate(o session, s id) on /kelo/test.
+// The desktop portal's global shortcuts on a private bus, for portal_hot_key_test. It prints
+// "ready" once it owns the bus name, then "session <path>", "shortcuts <id> <key>=<value>;..." and
+// "error <text>" (a request that broke the protocol) as they happen. The environment can make it
+// answer a method with a Response code (KELO_FAKE_PORTAL_REFUSE=<method>:<code>), send the session
+// handle as an object path (..._SESSION_AS_PATH) or offer no shortcuts (..._WITHOUT_SHORTCUTS).
+// The test presses a shortcut with Activate(o session, s id) on /kelo/test.
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -54,20 +49,7 @@ void say(const QString& line) {
 
 // ":1.42" becomes "1_42", as in the portal's request and session paths.
 QString senderElement(const QString& uniqueName) {
-    QString element = uniqueName.mid(1);
-    return element.replace(u'.', u'_');
-}
-
-QString describe(const QList<Shortcut>& shortcuts) {
-    QStringList entries;
-    for (const Shortcut& shortcut : shortcuts) {
-        QStringList properties;
-        for (auto it = shortcut.properties.cbegin(); it != shortcut.properties.cend(); ++it) {
-            properties.append(it.key() % u'=' % it.value().toString());
-        }
-        entries.append(shortcut.id % u' ' % properties.join(u';'));
-    }
-    return entries.join(u" | "_s);
+    return uniqueName.mid(1).replace(u'.', u'_');
 }
 
 } // namespace
@@ -89,14 +71,15 @@ public:
 
     [[nodiscard]] uint version() const { return 1; }
 
-    void activate(const QDBusObjectPath& session, const QString& shortcutId) {
+public Q_SLOTS:
+    // The test's side door on /kelo/test: a press that the compositor would report.
+    void Activate(const QDBusObjectPath& session, const QString& shortcutId) {
         QDBusMessage signal = QDBusMessage::createTargetedSignal(
             client_, portalPath, shortcutsInterface, u"Activated"_s);
         signal << QVariant::fromValue(session) << shortcutId << qulonglong{1000} << QVariantMap();
         bus_.send(signal);
     }
 
-public Q_SLOTS:
     void CreateSession(const QVariantMap& options, const QDBusMessage& message) {
         const QString token = options.value(u"session_handle_token"_s).toString();
         if (token.isEmpty()) {
@@ -118,8 +101,16 @@ public Q_SLOTS:
             refuse(message, u"BindShortcuts for the unknown session "_s % session.path());
             return;
         }
-        say(u"shortcuts "_s % describe(shortcuts));
-        respond(message, options, {{u"shortcuts"_s, QVariant::fromValue(shortcuts)}});
+        QStringList entries;
+        for (const Shortcut& shortcut : shortcuts) {
+            QStringList properties;
+            for (auto it = shortcut.properties.cbegin(); it != shortcut.properties.cend(); ++it) {
+                properties.append(it.key() % u'=' % it.value().toString());
+            }
+            entries.append(shortcut.id % u' ' % properties.join(u';'));
+        }
+        say(u"shortcuts "_s % entries.join(u" | "_s));
+        respond(message, options, {}); // Kelo never reads the bound shortcuts back
     }
 
 private:
@@ -156,24 +147,6 @@ private:
     QString session_;
 };
 
-// The test's side door: presses that the compositor would report.
-class Control : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.kelo.FakePortal")
-
-public:
-    explicit Control(GlobalShortcuts& portal)
-        : portal_(portal) {}
-
-public Q_SLOTS:
-    void Activate(const QDBusObjectPath& session, const QString& shortcutId) {
-        portal_.activate(session, shortcutId);
-    }
-
-private:
-    GlobalShortcuts& portal_;
-};
-
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     qDBusRegisterMetaType<Shortcut>();
@@ -181,12 +154,11 @@ int main(int argc, char** argv) {
 
     QDBusConnection bus = QDBusConnection::sessionBus();
     GlobalShortcuts portal(bus);
-    Control control(portal);
     if (!qEnvironmentVariableIsSet("KELO_FAKE_PORTAL_WITHOUT_SHORTCUTS")) {
         bus.registerObject(portalPath, &portal,
                            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties);
     }
-    bus.registerObject(u"/kelo/test"_s, &control, QDBusConnection::ExportAllSlots);
+    bus.registerObject(u"/kelo/test"_s, &portal, QDBusConnection::ExportAllSlots);
     if (!bus.registerService(u"org.freedesktop.portal.Desktop"_s)) {
         std::fprintf(stderr, "fake_portal: %s\n", qPrintable(bus.lastError().message()));
         return 1;

@@ -8,8 +8,7 @@
 
 namespace kelo::shell {
 
-// The frame's timing rules on the offscreen platform; the same rules on a real X server are
-// covered by the desktop tests.
+// The frame's timing rules on the offscreen platform.
 class IslandFrameTest : public QObject {
     Q_OBJECT
 
@@ -20,7 +19,6 @@ private Q_SLOTS:
         host_->setSize(QSizeF(705, 520));
         frame_ = new IslandFrame(*window_, *host_);
         frame_->setScreen(QGuiApplication::primaryScreen());
-        screen_ = QGuiApplication::primaryScreen()->geometry();
     }
     void cleanup() {
         host_.reset();
@@ -34,60 +32,41 @@ private Q_SLOTS:
         QCOMPARE(window_->geometry(), QRect(10, 20, 30, 40));
     }
 
-    void growsAtOnceAtTheTopCentre() {
-        frame_->apply(QSize(197, 24));
-        QCOMPARE(size(), QSize(197, 24));
-        frame_->apply(QSize(385, 54));
-        QCOMPARE(size(), QSize(385, 54));
-        QCOMPARE(window_->y(), screen_.y());
-        QCOMPARE(window_->x(), screen_.x() + (screen_.width() - 385) / 2);
+    void growsAtOnceShrinksLaterAndCentresTheHost_data() {
+        QTest::addColumn<QList<QSize>>("applied");
+        QTest::addColumn<QSize>("atOnce");
+        QTest::addColumn<QSize>("later");
+        const QSize open(705, 160), closed(197, 24);
+        QTest::newRow("grows") << QList{closed, QSize(385, 54)} << QSize(385, 54) << QSize(385, 54);
+        QTest::newRow("shrinks") << QList{open, closed} << open << closed;
+        QTest::newRow("growing again cancels the shrink")
+            << QList{open, closed, open} << open << open;
+        QTest::newRow("narrower but taller grows first")
+            << QList{QSize(445, 78), QSize(385, 100)} << QSize(445, 100) << QSize(385, 100);
+        QTest::newRow("a change within the delay starts over")
+            << QList{open, QSize(385, 54), closed} << open << closed;
     }
 
-    void keepsTheHostCentredOnTheFrame() {
-        frame_->apply(QSize(197, 24));
-        QCOMPARE(host_->position(), QPointF((197 - 705) / 2.0, 0));
-        frame_->apply(QSize(705, 160));
-        QCOMPARE(host_->position(), QPointF(0, 0));
-    }
-
-    void shrinksOnlyAfterTheDelay() {
-        frame_->apply(QSize(705, 160));
-        frame_->apply(QSize(197, 24));
-        QCOMPARE(size(), QSize(705, 160));
-        QTRY_COMPARE_WITH_TIMEOUT(size(), QSize(197, 24), 5000);
-        QCOMPARE(window_->x(), screen_.x() + (screen_.width() - 197) / 2);
-    }
-
-    void growingAgainCancelsThePendingShrink() {
-        frame_->apply(QSize(705, 160));
-        frame_->apply(QSize(197, 24));
-        frame_->apply(QSize(705, 160));
+    void growsAtOnceShrinksLaterAndCentresTheHost() {
+        QFETCH(QList<QSize>, applied);
+        QFETCH(QSize, atOnce);
+        QFETCH(QSize, later);
+        for (const QSize size : applied) {
+            frame_->apply(size);
+        }
+        QCOMPARE(window_->geometry().size(), atOnce);
+        QTRY_COMPARE_WITH_TIMEOUT(window_->geometry().size(), later, 5000);
         QTest::qWait(2 * IslandFrame::shrinkDelay.count());
-        QCOMPARE(size(), QSize(705, 160));
-    }
-
-    void narrowerButTallerGrowsFirstAndNarrowsLater() {
-        frame_->apply(QSize(445, 78));
-        frame_->apply(QSize(385, 100));
-        QCOMPARE(size(), QSize(445, 100));
-        QTRY_COMPARE_WITH_TIMEOUT(size(), QSize(385, 100), 5000);
-    }
-
-    void aChangeWithinTheDelayStartsOverFromTheFrameAsItStands() {
-        frame_->apply(QSize(705, 160));
-        frame_->apply(QSize(385, 54));
-        frame_->apply(QSize(197, 24));
-        QCOMPARE(size(), QSize(705, 160));
-        QTRY_COMPARE_WITH_TIMEOUT(size(), QSize(197, 24), 5000);
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        const QPoint topCentre(screen.x() + (screen.width() - later.width()) / 2, screen.y());
+        QCOMPARE(window_->geometry(), QRect(topCentre, later));
+        QCOMPARE(host_->position(), QPointF((later.width() - 705) / 2.0, 0)); // host centred
     }
 
 private:
-    [[nodiscard]] QSize size() const { return window_->geometry().size(); }
-
     std::unique_ptr<QWindow> window_;
     std::unique_ptr<QQuickItem> host_;
     IslandFrame* frame_ = nullptr;
-    QRect screen_;
 };
 
 } // namespace kelo::shell

@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+Q_DECLARE_METATYPE(kelo::shell::ScreenFacts)
+
 namespace kelo::shell {
 namespace {
 
@@ -15,62 +17,49 @@ class IslandGeometryTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void noScreenNoPlacement() { QCOMPARE(placeNotch({}, -1, 74).has_value(), false); }
-
-    void withoutADeviceNotchThePrimaryScreenGetsTheFallback() {
-        const QList<ScreenFacts> screens{screen("HDMI-1", {0, 0, 1920, 1080}, 40),
-                                         screen("DP-1", {1920, 0, 1440, 900}, 30)};
-        const auto placement = placeNotch(screens, 1, std::nullopt);
-        QVERIFY(placement);
-        QCOMPARE(placement->screen, 1);
-        QCOMPARE(placement->notch, QSizeF(185, 30));
+    void placeNotch_data() {
+        QTest::addColumn<QList<ScreenFacts>>("screens");
+        QTest::addColumn<int>("primary");
+        QTest::addColumn<int>("deviceNotch"); // -1: none
+        QTest::addColumn<int>("chosen");      // -1: no placement
+        QTest::addColumn<QSizeF>("notch");
+        QTest::newRow("no screen") << QList<ScreenFacts>{} << -1 << 74 << -1 << QSizeF();
+        QTest::newRow("fallback on the primary, as high as its panel")
+            << QList{screen("HDMI-1", {0, 0, 1920, 1080}, 40),
+                     screen("DP-1", {1920, 0, 1440, 900}, 30)}
+            << 1 << -1 << 1 << QSizeF(185, 30);
+        QTest::newRow("fallback at least 24 high")
+            << QList{screen("DP-1", {0, 0, 1440, 900})} << 0 << -1 << 0 << QSizeF(185, 24);
+        QTest::newRow("without a primary the first screen")
+            << QList{screen("DP-1", {0, 0, 1440, 900}, 28),
+                     screen("DP-2", {1440, 0, 1440, 900}, 50)}
+            << -1 << -1 << 0 << QSizeF(185, 28);
+        QTest::newRow("the built-in panel wins, in points")
+            << QList{screen("HDMI-1", {0, 0, 2560, 1440}, 32),
+                     screen("eDP-1", {2560, 0, 1512, 982}, 0, 2)}
+            << 0 << 74 << 1 << QSizeF(185, 37);
+        QTest::newRow("device notch without a named panel goes to the primary")
+            << QList{screen("XWAYLAND0", {0, 0, 1920, 1080}),
+                     screen("XWAYLAND1", {1920, 0, 1512, 982})}
+            << 1 << 64 << 1 << QSizeF(185, 64);
     }
 
-    void theFallbackNotchIsAtLeast24High() {
-        const auto placement = placeNotch({screen("DP-1", {0, 0, 1440, 900}, 0)}, 0, std::nullopt);
-        QVERIFY(placement);
-        QCOMPARE(placement->notch, QSizeF(185, 24));
+    void placeNotch() {
+        QFETCH(QList<ScreenFacts>, screens);
+        QFETCH(int, primary);
+        QFETCH(int, deviceNotch);
+        QFETCH(int, chosen);
+        const auto placement = shell::placeNotch(
+            screens, primary, deviceNotch < 0 ? std::nullopt : std::optional(deviceNotch));
+        QCOMPARE(placement ? placement->screen : -1, chosen);
+        QTEST(placement ? placement->notch : QSizeF(), "notch");
     }
 
-    void withoutAPrimaryTheFirstScreenIsTaken() {
-        const QList<ScreenFacts> screens{screen("DP-1", {0, 0, 1440, 900}, 28),
-                                         screen("DP-2", {1440, 0, 1440, 900}, 50)};
-        const auto placement = placeNotch(screens, -1, std::nullopt);
-        QVERIFY(placement);
-        QCOMPARE(placement->screen, 0);
-        QCOMPARE(placement->notch.height(), 28.0);
-    }
-
-    void theBuiltInPanelWinsEvenWhenAnExternalScreenIsPrimary() {
-        const QList<ScreenFacts> screens{screen("HDMI-1", {0, 0, 2560, 1440}, 32),
-                                         screen("eDP-1", {2560, 0, 1512, 982}, 0, 2)};
-        const auto placement = placeNotch(screens, 0, 74);
-        QVERIFY(placement);
-        QCOMPARE(placement->screen, 1);
-        // Device pixels become points on a screen of ratio 2.
-        QCOMPARE(placement->notch, QSizeF(185, 37));
-    }
-
-    void aDeviceNotchWithoutANamedPanelGoesToThePrimaryScreen() {
-        const QList<ScreenFacts> screens{screen("XWAYLAND0", {0, 0, 1920, 1080}),
-                                         screen("XWAYLAND1", {1920, 0, 1512, 982})};
-        const auto placement = placeNotch(screens, 1, 64);
-        QVERIFY(placement);
-        QCOMPARE(placement->screen, 1);
-        QCOMPARE(placement->notch, QSizeF(185, 64));
-    }
-
-    void frameSizeCoversTheIsland() {
+    void framesCoverTheIslandAndHangFromTheTopCentre() {
         QCOMPARE(frameSizeFor(QSizeF(197, 24), false), QSize(197, 24));
         QCOMPARE(frameSizeFor(QSizeF(385.5, 54.2), false), QSize(386, 55));
         QCOMPARE(frameSizeFor(QSizeF(0, 0), false), QSize(1, 1));
-    }
-
-    void theOpenFrameHasRoomForTheShadow() {
-        QCOMPARE(frameSizeFor(QSizeF(645, 120), true), QSize(705, 160));
-    }
-
-    void theFrameHangsFromTheTopCentreOfItsScreen() {
+        QCOMPARE(frameSizeFor(QSizeF(645, 120), true), QSize(705, 160)); // room for the shadow
         QCOMPARE(frameOnScreen(QRect(0, 0, 1440, 900), QSize(197, 24)), QRect(621, 0, 197, 24));
         QCOMPARE(frameOnScreen(QRect(1440, 200, 1920, 1080), QSize(705, 160)),
                  QRect(1440 + 607, 200, 705, 160));
@@ -79,8 +68,7 @@ private Q_SLOTS:
     void theHostFitsTheLargestOpenIsland() {
         const QSizeF notch(185, 32);
         QCOMPARE(hostSizeFor(notch), QSizeF(705, 520));
-        const QSizeF largestOpen(notch.width() + 460, 480);
-        QCOMPARE(hostSizeFor(notch), QSizeF(frameSizeFor(largestOpen, true)));
+        QCOMPARE(hostSizeFor(notch), QSizeF(frameSizeFor({notch.width() + 460, 480}, true)));
     }
 };
 

@@ -3,34 +3,31 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
-#include <array>
 #include <optional>
 
 namespace kelo::shell {
 namespace {
 
-// Sets or clears a variable for one test and restores it afterwards.
-class ScopedVariable {
-public:
-    ScopedVariable(const char* name, std::optional<QByteArray> value)
-        : name_(name)
-        , saved_(qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt) {
-        assign(value);
-    }
-    ~ScopedVariable() { assign(saved_); }
-    ScopedVariable(const ScopedVariable&) = delete;
-    ScopedVariable& operator=(const ScopedVariable&) = delete;
+// Stands for a variable that is not set at all, as opposed to one set to "".
+const QByteArray unset = "<unset>";
 
-private:
-    void assign(const std::optional<QByteArray>& value) {
-        if (value) {
-            qputenv(name_, *value);
-        } else {
-            qunsetenv(name_);
-        }
+void assign(const char* name, const QByteArray& value) {
+    value == unset ? void(qunsetenv(name)) : void(qputenv(name, value));
+}
+QByteArray current(const char* name) {
+    return qEnvironmentVariableIsSet(name) ? qgetenv(name) : unset;
+}
+
+// Sets or clears a variable for one test and restores it afterwards.
+struct ScopedVariable {
+    ScopedVariable(const char* name, const QByteArray& value)
+        : name(name)
+        , saved(current(name)) {
+        assign(name, value);
     }
-    const char* name_;
-    std::optional<QByteArray> saved_;
+    ~ScopedVariable() { assign(name, saved); }
+    const char* name;
+    QByteArray saved;
 };
 
 std::optional<CommandLineAnswer> answer(std::initializer_list<const char*> arguments) {
@@ -45,88 +42,73 @@ class StartupTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void versionAndHelpAnswer() {
+    void versionAndHelpAnswerAndNothingElseDoes() {
         const auto version = answer({"--version"});
         QVERIFY(version);
         QCOMPARE(version->text, std::string("kelo " KELO_VERSION "\n"));
         QCOMPARE(version->status, 0);
-
         const auto help = answer({"--help"});
         QVERIFY(help);
         QCOMPARE(help->status, 0);
         QVERIFY(help->text.starts_with("Usage: kelo\n"));
         QVERIFY(help->text.find("KELO_DATA") != std::string::npos);
-    }
 
-    void aNormalRunReadsNoArguments() {
         QVERIFY(!answer({}));
         QVERIFY(!answer({"--frobnicate"}));
         QVERIFY(!answer({"todos.json"}));
         QVERIFY(!answer({"--version", "--help"}));
     }
 
-    void aRelativeDataFileIsTakenFromTheCurrentFolder() {
+    void theDataFileFollowsKeloData() {
+        const ScopedVariable dataHome("XDG_DATA_HOME", "/tmp/kelo-data-home");
+        {
+            const ScopedVariable data("KELO_DATA", unset);
+            QCOMPARE(chooseDataFile(),
+                     std::filesystem::path("/tmp/kelo-data-home/Kelo/todos.json"));
+        }
+        {
+            const ScopedVariable data("KELO_DATA", ""); // empty, but still set
+            QCOMPARE(chooseDataFile(), std::filesystem::current_path());
+        }
         QTemporaryDir folder;
         const QString previous = QDir::currentPath();
         QVERIFY(QDir::setCurrent(folder.path()));
-        const ScopedVariable data("KELO_DATA", QByteArray("lists/todos.json"));
+        const ScopedVariable data("KELO_DATA", "lists/todos.json");
         const auto chosen = chooseDataFile();
         QVERIFY(QDir::setCurrent(previous));
         QCOMPARE(QString::fromStdString(chosen.string()),
                  QDir(folder.path()).canonicalPath() + QStringLiteral("/lists/todos.json"));
     }
 
-    void anEmptyDataFileIsStillSet() {
-        const ScopedVariable dataHome("XDG_DATA_HOME", QByteArray("/tmp/kelo-data-home"));
-        const ScopedVariable data("KELO_DATA", QByteArray());
-        QCOMPARE(chooseDataFile(), std::filesystem::current_path());
+    void prepareQtEnvironment_data() {
+        QTest::addColumn<QByteArray>("wayland");
+        QTest::addColumn<QByteArray>("platform");
+        QTest::addColumn<QByteArray>("backend");
+        QTest::addColumn<QByteArray>("rhi");
+        QTest::addColumn<QByteArray>("wantedPlatform");
+        QTest::addColumn<QByteArray>("wantedBackend");
+        const QByteArray wl = "wayland-0";
+        QTest::newRow("Wayland runs through XWayland, software scene graph")
+            << wl << unset << unset << unset << QByteArray("xcb") << QByteArray("software");
+        QTest::newRow("the user's platform and backend are kept")
+            << wl << QByteArray("wayland") << QByteArray("rhi") << unset << QByteArray("wayland")
+            << QByteArray("rhi");
+        QTest::newRow("X11 chooses no platform; an RHI choice means no backend")
+            << unset << unset << unset << QByteArray("opengl") << unset << unset;
     }
 
-    void withoutKeloDataTheStoreDefaultIsUsed() {
-        const ScopedVariable dataHome("XDG_DATA_HOME", QByteArray("/tmp/kelo-data-home"));
-        const ScopedVariable data("KELO_DATA", std::nullopt);
-        QCOMPARE(chooseDataFile(), std::filesystem::path("/tmp/kelo-data-home/Kelo/todos.json"));
-    }
-
-    void waylandSessionsRunThroughXWayland() {
-        const ScopedVariable wayland("WAYLAND_DISPLAY", QByteArray("wayland-0"));
-        const ScopedVariable platform("QT_QPA_PLATFORM", std::nullopt);
-        prepareQtEnvironment();
-        QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("xcb"));
-    }
-
-    void theUsersPlatformIsKept() {
-        const ScopedVariable wayland("WAYLAND_DISPLAY", QByteArray("wayland-0"));
-        const ScopedVariable platform("QT_QPA_PLATFORM", QByteArray("wayland"));
-        prepareQtEnvironment();
-        QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("wayland"));
-    }
-
-    void anX11SessionChoosesNoPlatform() {
-        const ScopedVariable wayland("WAYLAND_DISPLAY", std::nullopt);
-        const ScopedVariable platform("QT_QPA_PLATFORM", std::nullopt);
-        prepareQtEnvironment();
-        QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
-    }
-
-    void theSoftwareSceneGraphUnlessTheUserChoseOne() {
-        {
-            const ScopedVariable backend("QT_QUICK_BACKEND", std::nullopt);
-            const ScopedVariable rhi("QSG_RHI_BACKEND", std::nullopt);
-            prepareQtEnvironment();
-            QCOMPARE(qgetenv("QT_QUICK_BACKEND"), QByteArray("software"));
-        }
-        {
-            const ScopedVariable backend("QT_QUICK_BACKEND", QByteArray("rhi"));
-            prepareQtEnvironment();
-            QCOMPARE(qgetenv("QT_QUICK_BACKEND"), QByteArray("rhi"));
-        }
-        {
-            const ScopedVariable backend("QT_QUICK_BACKEND", std::nullopt);
-            const ScopedVariable rhi("QSG_RHI_BACKEND", QByteArray("opengl"));
-            prepareQtEnvironment();
-            QVERIFY(!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"));
-        }
+    void prepareQtEnvironment() {
+        QFETCH(QByteArray, wayland);
+        QFETCH(QByteArray, platform);
+        QFETCH(QByteArray, backend);
+        QFETCH(QByteArray, rhi);
+        const ScopedVariable a("WAYLAND_DISPLAY", wayland);
+        const ScopedVariable b("QT_QPA_PLATFORM", platform);
+        const ScopedVariable c("QT_QUICK_BACKEND", backend);
+        const ScopedVariable d("QSG_RHI_BACKEND", rhi);
+        shell::prepareQtEnvironment();
+        QTEST(current("QT_QPA_PLATFORM"), "wantedPlatform");
+        QTEST(current("QT_QUICK_BACKEND"), "wantedBackend");
     }
 };
 
