@@ -1,3 +1,4 @@
+#include "bench_calendar.h"
 #include "lists.h"
 
 #include <benchmark/benchmark.h>
@@ -10,16 +11,7 @@ using namespace kelo;
 using std::chrono::hours;
 using std::chrono::minutes;
 
-const Calendar& berlin() {
-    static const Calendar calendar = [] {
-        auto made = Calendar::make("Europe/Berlin", "en_US");
-        if (!made) {
-            std::abort();
-        }
-        return *made;
-    }();
-    return calendar;
-}
+using bench::berlin;
 
 // Thursday 2025-03-06, 14:03 in Berlin.
 Timestamp now() {

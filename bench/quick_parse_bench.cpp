@@ -1,3 +1,4 @@
+#include "bench_calendar.h"
 #include "quick_parse.h"
 
 #include <array>
@@ -9,16 +10,7 @@ namespace {
 
 using namespace kelo;
 
-const Calendar& berlin() {
-    static const Calendar calendar = [] {
-        auto made = Calendar::make("Europe/Berlin", "en_US");
-        if (!made) {
-            std::abort();
-        }
-        return *made;
-    }();
-    return calendar;
-}
+using bench::berlin;
 
 // Thursday 2025-03-06, 10:00 in Berlin.
 Timestamp now() {
