@@ -48,6 +48,15 @@ void IslandModel::addDraft() {
     setDraft(QString());
 }
 
+void IslandModel::addLine(const QString& line) {
+    if (isBlank(line)) {
+        return;
+    }
+    const Parsed planned = QuickParse::plan(stdText(line), Bucket::today, now_, calendar_);
+    withSpring(Spring::List,
+               [&] { static_cast<void>(store_->add(planned.title, planned.day, planned.minute)); });
+}
+
 void IslandModel::pickDay(const std::optional<DayKey>& day) {
     const Parsed parsed = QuickParse::parse(stdText(draft_), now_, calendar_);
     std::optional<std::int64_t> minute = parsed.minute;

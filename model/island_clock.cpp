@@ -31,14 +31,14 @@ void IslandModel::tick() {
     }
     const Uuid id = next->id;
     alerted_.insert(id);
-    set(Mode::alert(id));
+    setMode(Mode::alert(id));
     if (!isolated_) {
         platform().performHaptic();
         if (reminderSound_) {
             platform().playReminderSound();
         }
     }
-    after(alertLifetime, [this] { set(Mode::closed()); });
+    after(alertLifetime, [this] { setMode(Mode::closed()); });
 }
 
 void IslandModel::snooze(const Todo& task) {
@@ -51,14 +51,14 @@ void IslandModel::snooze(const Todo& task) {
     });
     // So that it alerts again when the new minute comes.
     alerted_.erase(task.id);
-    set(Mode::closed());
+    setMode(Mode::closed());
 }
 
 void IslandModel::completeAlert() {
     if (const std::optional<Uuid> id = mode_.alertId()) {
         store_->toggle(*id, clock_());
     }
-    set(Mode::closed());
+    setMode(Mode::closed());
 }
 
 } // namespace kelo

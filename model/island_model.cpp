@@ -1,5 +1,6 @@
 #include "island_model.h"
 
+#include "island_metrics.h"
 #include "preferences.h"
 #include "qml_values.h"
 
@@ -131,6 +132,10 @@ void IslandModel::setIsolated(bool isolated) {
     assign(isolated_, isolated, &IslandModel::isolatedChanged);
 }
 
+void IslandModel::setGlassMaterial(bool offered) {
+    assign(glassMaterial_, offered, &IslandModel::glassMaterialChanged);
+}
+
 void IslandModel::setNow(Timestamp now) {
     assign(now_, now, &IslandModel::nowChanged);
 }
@@ -164,21 +169,9 @@ bool IslandModel::isIdle() const {
 }
 
 QSizeF IslandModel::islandSize() const {
-    const double nw = notch_.width();
-    const double nh = notch_.height();
-    switch (mode_.kind()) {
-    case ModeKind::Closed: {
-        const bool planned = progress(store_->todos(), now_, calendar_).total > 0;
-        return {nw + 12 + (planned ? 88 : 0), nh};
-    }
-    case ModeKind::Peek:
-        return {nw + 200, nh + 30};
-    case ModeKind::Open:
-        return {nw + 460, std::min(openHeight_, 480.0)};
-    case ModeKind::Alert:
-        return {std::max(nw + 260, 440.0), nh + 54};
-    }
-    return {nw, nh};
+    const bool planned =
+        mode_.kind() == ModeKind::Closed && progress(store_->todos(), now_, calendar_).total > 0;
+    return metrics::islandSize(mode_.kind(), notch_, planned, openHeight_);
 }
 
 Parsed IslandModel::plan() const {

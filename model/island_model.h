@@ -53,6 +53,10 @@ class IslandModel : public QObject {
     Q_PROPERTY(bool reminderSound READ reminderSound WRITE setReminderSound NOTIFY
                    reminderSoundChanged FINAL)
     Q_PROPERTY(bool isolated READ isolated WRITE setIsolated NOTIFY isolatedChanged FINAL)
+    // Whether the desktop offers the glass material: on Linux, whether a compositing manager
+    // runs. The shell follows it; without it a glass theme draws as the standard island.
+    Q_PROPERTY(bool glassMaterial READ glassMaterial WRITE setGlassMaterial NOTIFY
+                   glassMaterialChanged FINAL)
     Q_PROPERTY(bool isIdle READ isIdle NOTIFY isIdleChanged FINAL)
     Q_PROPERTY(QSizeF islandSize READ islandSize NOTIFY islandSizeChanged FINAL)
     // {title, day, minute}; day and minute are null when absent.
@@ -109,6 +113,8 @@ public:
     void setReminderSound(bool on);
     [[nodiscard]] bool isolated() const { return isolated_; }
     void setIsolated(bool isolated);
+    [[nodiscard]] bool glassMaterial() const { return glassMaterial_; }
+    void setGlassMaterial(bool offered);
     [[nodiscard]] bool hovering() const { return hovering_; }
     [[nodiscard]] const std::unordered_set<Uuid>& alerted() const { return alerted_; }
     [[nodiscard]] Spring spring() const { return spring_; }
@@ -120,7 +126,7 @@ public:
     [[nodiscard]] std::optional<Todo> alertTodo() const;
 
     // Navigation.
-    void set(const Mode& mode);
+    void setMode(const Mode& mode);
     // The pointer entered (true) or left the island. The shell does not report hovering while
     // the model is isolated, nor the panel's loss of key status.
     Q_INVOKABLE void hover(bool inside);
@@ -134,6 +140,9 @@ public:
 
     // Task actions. Tasks are passed as the caller last saw them.
     Q_INVOKABLE void addDraft();
+    // Adds a task from a quick-add line as the add field would in the Today tab, without
+    // touching the draft or the tab shown: for requests from outside the island.
+    Q_INVOKABLE void addLine(const QString& line);
     void pickDay(const std::optional<DayKey>& day);
     void pickTime(std::optional<std::int64_t> minute);
     void rename(const Todo& task, const QString& text);
@@ -189,6 +198,7 @@ Q_SIGNALS:
     void glassLookChanged();
     void reminderSoundChanged();
     void isolatedChanged();
+    void glassMaterialChanged();
     void isIdleChanged();
     void islandSizeChanged();
     void planChanged();
@@ -247,6 +257,7 @@ private:
     GlassLook glassLook_ = GlassLook::System;
     bool reminderSound_ = true;
     bool isolated_ = false;
+    bool glassMaterial_ = false;
     bool hovering_ = false;
     DelaySlot* pending_;
     DelaySlot* toastWork_;

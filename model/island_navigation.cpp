@@ -15,7 +15,7 @@ constexpr auto alertLeaveDelay = 4000ms;
 
 } // namespace
 
-void IslandModel::set(const Mode& mode) {
+void IslandModel::setMode(const Mode& mode) {
     // Any explicit change of mode ends a scheduled one.
     pending_->cancel();
     if (mode == mode_) {
@@ -72,7 +72,7 @@ void IslandModel::hover(bool inside) {
         if (inside) {
             after(peekDelay, [this] {
                 if (hovering_ && mode_.kind() == ModeKind::Closed) {
-                    set(Mode::peek());
+                    setMode(Mode::peek());
                     if (!isolated_) {
                         platform().performHaptic();
                     }
@@ -84,7 +84,7 @@ void IslandModel::hover(bool inside) {
         if (inside) {
             pending_->cancel();
         } else {
-            set(Mode::closed());
+            setMode(Mode::closed());
         }
         break;
     case ModeKind::Open:
@@ -93,7 +93,7 @@ void IslandModel::hover(bool inside) {
         } else if (isIdle()) {
             after(idleCloseDelay, [this] {
                 if (!hovering_ && isIdle()) {
-                    set(Mode::closed());
+                    setMode(Mode::closed());
                 }
             });
         }
@@ -103,7 +103,7 @@ void IslandModel::hover(bool inside) {
         if (inside) {
             pending_->cancel();
         } else {
-            after(alertLeaveDelay, [this] { set(Mode::closed()); });
+            after(alertLeaveDelay, [this] { setMode(Mode::closed()); });
         }
         break;
     }
@@ -118,12 +118,12 @@ void IslandModel::open(bool activate) {
         previousApp_ = platform().frontmost();
         platform().activate();
     }
-    set(Mode::open());
+    setMode(Mode::open());
 }
 
 void IslandModel::hotKey() {
     if (mode_.kind() == ModeKind::Open) {
-        set(Mode::closed());
+        setMode(Mode::closed());
         return;
     }
     if (bucket_ != Bucket::today) {
@@ -144,7 +144,7 @@ void IslandModel::escape() {
     }
     // The first Esc clears a draft, the second closes the island.
     if (draft_.isEmpty()) {
-        set(Mode::closed());
+        setMode(Mode::closed());
         return;
     }
     setDraft(QString());

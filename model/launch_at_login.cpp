@@ -69,11 +69,15 @@ bool LaunchAtLogin::isEnabled() const {
     return !isHidden(file);
 }
 
-void LaunchAtLogin::set(bool on) {
+void LaunchAtLogin::setEnabled(bool on) {
+    const bool before = isEnabled();
     if (on) {
         registerEntry();
     } else {
         unregisterEntry();
+    }
+    if (isEnabled() != before) {
+        Q_EMIT enabledChanged();
     }
 }
 

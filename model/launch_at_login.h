@@ -12,6 +12,9 @@ namespace kelo {
 // is read afresh every time; Kelo never registers itself without the user asking.
 class LaunchAtLogin : public QObject {
     Q_OBJECT
+    // Read from the file system on every read; the island menu and the settings page read it
+    // each time they are shown, so a change made elsewhere shows up there.
+    Q_PROPERTY(bool enabled READ isEnabled WRITE setEnabled NOTIFY enabledChanged FINAL)
 
 public:
     struct Options {
@@ -26,16 +29,20 @@ public:
     LaunchAtLogin(Options options, QObject* parent = nullptr);
 
     // Enabled exactly when the entry exists and is not hidden (Hidden=true).
-    [[nodiscard]] Q_INVOKABLE bool isEnabled() const;
+    [[nodiscard]] bool isEnabled() const;
     // Registers (writes the entry, creating the folder) or unregisters (removes the entry). A
-    // failure is logged as one line and leaves things as they were; callers re-read isEnabled.
-    Q_INVOKABLE void set(bool on);
+    // failure is logged as one line and leaves things as they were; callers re-read `enabled`.
+    void setEnabled(bool on);
 
     [[nodiscard]] QString entryPath() const;
 
     // The Exec= value that runs the program: quoted and escaped by the rules of desktop entry
     // files when the path holds reserved characters.
     [[nodiscard]] static QString execValue(const QString& program);
+
+Q_SIGNALS:
+    // The state changed through setEnabled; changes made outside Kelo are seen only on reading.
+    void enabledChanged();
 
 private:
     void registerEntry();

@@ -1,14 +1,12 @@
 #include "island_geometry.h"
 
+#include "island_metrics.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace kelo::shell {
 namespace {
-
-// The open island carries a shadow that needs this much room beyond its body.
-constexpr qreal openMarginWidth = 60;
-constexpr qreal openMarginHeight = 40;
 
 bool isBuiltInPanel(const QString& name) {
     return name.startsWith(QLatin1String("eDP")) || name.startsWith(QLatin1String("LVDS")) ||
@@ -40,7 +38,8 @@ std::optional<NotchPlacement> placeNotch(const QList<ScreenFacts>& screens, qsiz
 
 QSize frameSizeFor(QSizeF islandSize, bool open) {
     const QSizeF target =
-        open ? islandSize + QSizeF(openMarginWidth, openMarginHeight) : islandSize;
+        open ? islandSize + QSizeF(metrics::shadowMarginWidth, metrics::shadowMarginHeight)
+             : islandSize;
     // A window cannot be empty; an island of no size still gets one pixel.
     return QSize(std::max(1, static_cast<int>(std::ceil(target.width()))),
                  std::max(1, static_cast<int>(std::ceil(target.height()))));
@@ -52,8 +51,7 @@ QRect frameOnScreen(const QRect& screen, QSize size) {
 }
 
 QSizeF hostSizeFor(QSizeF notch) {
-    // The open island at its greatest height (480) with its shadow margin.
-    return QSizeF(notch.width() + 460 + openMarginWidth, 480 + openMarginHeight);
+    return metrics::largestIsland(notch);
 }
 
 } // namespace kelo::shell

@@ -40,7 +40,7 @@ void IslandWindow::keyPressEvent(QKeyEvent* event) {
 void IslandWindow::focusOutEvent(QFocusEvent* event) {
     QQuickWindow::focusOutEvent(event);
     if (model_ && !model_->isolated() && model_->mode().kind() == ModeKind::Open) {
-        model_->set(Mode::closed());
+        model_->setMode(Mode::closed());
     }
 }
 

@@ -23,7 +23,7 @@ void play(Rig& rig, const QString& script) {
         } else if (step == "type"_L1 || step == "clear"_L1) {
             rig.model->setDraft(step == "type"_L1 ? u"buy"_s : QString());
         } else if (step == "hold"_L1) {
-            rig.model->set(rig.model->mode());
+            rig.model->setMode(rig.model->mode());
         } else if (step == "isolate"_L1) {
             rig.model->setIsolated(true);
         } else {
@@ -143,7 +143,7 @@ private Q_SLOTS:
         rig.platform.active = words.contains(u"active"_s);
         rig.platform.panelKey = words.contains(u"key"_s);
         rig.platform.calls.clear();
-        rig.model->set(Mode::closed());
+        rig.model->setMode(Mode::closed());
         QTEST(rig.platform.calls.join(u", "), "calls");
     }
 
@@ -371,7 +371,7 @@ private Q_SLOTS:
             rig.model->open(false);
             rig.model->tick();
             rig.time.advance(std::chrono::minutes(late));
-            rig.model->set(Mode::closed());
+            rig.model->setMode(Mode::closed());
             rig.platform.calls.clear();
         }
         rig.model->tick();
@@ -462,7 +462,7 @@ private Q_SLOTS:
         // Later a click opens it and the desktop activates Kelo: closing only deactivates.
         rig.model->open(false);
         rig.platform.active = true;
-        rig.model->set(Mode::closed());
+        rig.model->setMode(Mode::closed());
         QCOMPARE(rig.platform.calls,
                  (QStringList{u"activate"_s, u"makePanelKey"_s, u"handBack 42"_s, u"makePanelKey"_s,
                               u"deactivate"_s}));

@@ -37,7 +37,7 @@ private Q_SLOTS:
         QTemporaryDir home;
         Item login(home.filePath(u"config/autostart"_s));
         QVERIFY(!login.item.isEnabled());
-        login.item.set(true);
+        login.item.setEnabled(true);
         QVERIFY(login.item.isEnabled());
         QFile entry(home.filePath(u"config/autostart/kelo.desktop"_s));
         QVERIFY(entry.open(QIODevice::ReadOnly));
@@ -47,12 +47,12 @@ private Q_SLOTS:
         // Hidden=true means deleted; registering again replaces the entry.
         QVERIFY(writeFile(entry.fileName(), "[Desktop Entry]\nHidden = true\n"));
         QVERIFY(!login.item.isEnabled());
-        login.item.set(true);
+        login.item.setEnabled(true);
         QVERIFY(login.item.isEnabled());
-        login.item.set(false);
+        login.item.setEnabled(false);
         QVERIFY(!login.item.isEnabled());
         QVERIFY(!entry.exists());
-        login.item.set(false);
+        login.item.setEnabled(false);
         QVERIFY(login.log.empty());
     }
 
@@ -70,7 +70,7 @@ private Q_SLOTS:
         Item login(folder);
         QVERIFY(on ? writeFile(folder, "not a folder")
                    : QDir().mkpath(login.item.entryPath() % u"/inside"_s));
-        login.item.set(on);
+        login.item.setEnabled(on);
         QCOMPARE(login.log.size(), 1u);
         const std::string_view prefix = "Kelo: launch at login failed: ";
         QVERIFY(login.log[0].starts_with(prefix) && login.log[0].size() > prefix.size());

@@ -80,7 +80,7 @@ Todo Rig::raiseAlert() {
 
 void Rig::enter(ModeKind mode) {
     if (mode == ModeKind::Peek) {
-        model->set(Mode::peek());
+        model->setMode(Mode::peek());
     } else if (mode == ModeKind::Open) {
         model->open(false);
     } else if (mode == ModeKind::Alert) {
