@@ -18,6 +18,9 @@ namespace kelo::Format {
 // A text that is not a day key comes back unchanged.
 [[nodiscard]] std::string day(std::string_view key, Timestamp now, const Calendar& calendar);
 
+// The moment's date as the locale writes an abbreviated weekday, month and day: "Mon, Nov 16".
+[[nodiscard]] std::string date(Timestamp moment, const Calendar& calendar);
+
 // "Today · 5:00 PM", "Tomorrow", or "Backlog" without a day.
 [[nodiscard]] std::string when(const std::optional<DayKey>& day,
                                const std::optional<std::int64_t>& minute, Timestamp now,

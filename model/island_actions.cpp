@@ -4,14 +4,11 @@
 #include <algorithm>
 #include <format.h>
 
-using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace kelo {
 
 namespace {
-
-constexpr auto toastLifetime = 4000ms;
 
 bool isLineBreak(QChar c) {
     return c == u'\n' || c == u'\r' || c == u'\v' || c == u'\f' || c == QChar(0x85) ||
@@ -29,14 +26,14 @@ bool isBlank(const QString& text) {
 } // namespace
 
 Bucket IslandModel::targetBucket(const std::optional<DayKey>& day) const {
-    return bucketOf(day, today());
+    return bucketOf(day, derived_.day.today);
 }
 
 void IslandModel::addDraft() {
     if (isBlank(draft_)) {
         return;
     }
-    const Parsed planned = plan();
+    const Parsed planned = derived_.plan;
     withSpring(Spring::List, [&] {
         // The bucket follows the plan even when the store refuses an empty title.
         static_cast<void>(store_->add(planned.title, planned.day, planned.minute));
@@ -132,7 +129,7 @@ bool IslandModel::reschedule(const Todo& task, const QString& phrase) {
     if (!when) {
         return false;
     }
-    const DayKey day = when->day.value_or(task.day.value_or(today()));
+    const DayKey day = when->day.value_or(task.day.value_or(derived_.day.today));
     const std::optional<std::int64_t> minute = when->minute ? when->minute : task.minute;
     move(task, day, minute);
     return true;
@@ -144,33 +141,34 @@ void IslandModel::toggle(const Todo& task) {
 }
 
 void IslandModel::deleteTodo(const Todo& task) {
-    withSpring(Spring::List, [&] { static_cast<void>(store_->remove(task.id)); });
+    std::optional<Todo> removed;
+    withSpring(Spring::List, [&] { removed = store_->remove(task.id); });
     if (scheduling_ == task.id) {
         endEditing();
     }
-    showToast(u"Deleted “"_s % qtText(task.title) % u"”"_s,
-              [this, task] { store_->restore(task); });
+    // A task that was already gone still gets its toast, but there is nothing to bring back:
+    // restoring the copy would resurrect a task deleted elsewhere.
+    std::optional<std::function<void()>> undo;
+    if (removed) {
+        undo = [this, task = *removed] { store_->restore(task); };
+    }
+    showToast(u"Deleted “"_s % qtText(task.title) % u"”"_s, std::move(undo));
 }
 
-void IslandModel::showToast(const QString& text, std::function<void()> undo) {
-    undoAction_ = std::move(undo);
-    withSpring(Spring::List, [&] { setToast(Toast{Uuid::random(), text}); });
-    toastWork_->schedule(toastLifetime, [this] { dismissToast(); });
+void IslandModel::check(const Todo& task) {
+    if (task.isDone()) {
+        toggle(task);
+        return;
+    }
+    completions_->add(task.id);
 }
 
-void IslandModel::dismissToast() {
-    undoAction_.reset();
-    withSpring(Spring::List, [this] { setToast(std::nullopt); });
+void IslandModel::showToast(const QString& text, std::optional<std::function<void()>> undo) {
+    toast_->show(text, std::move(undo));
 }
 
 void IslandModel::undoLast() {
-    // The scheduled dismissal stays; when it fires it finds nothing left to hide.
-    withSpring(Spring::List, [this] {
-        if (auto undo = std::exchange(undoAction_, std::nullopt)) {
-            (*undo)();
-        }
-    });
-    dismissToast();
+    toast_->undo();
 }
 
 } // namespace kelo

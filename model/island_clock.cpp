@@ -34,7 +34,7 @@ void IslandModel::tick() {
     setMode(Mode::alert(id));
     if (!isolated_) {
         platform().performHaptic();
-        if (reminderSound_) {
+        if (preferences_->reminderSound()) {
             platform().playReminderSound();
         }
     }
@@ -46,7 +46,7 @@ void IslandModel::snooze(const Todo& task) {
     const std::int64_t minute =
         std::min(Day::minuteOf(now_, calendar_) + snoozeMinutes, lastMinuteOfDay);
     store_->update(task.id, [&](Todo& todo) {
-        todo.day = today();
+        todo.day = derived_.day.today;
         todo.minute = minute;
     });
     // So that it alerts again when the new minute comes.

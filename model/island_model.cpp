@@ -1,11 +1,9 @@
 #include "island_model.h"
 
 #include "island_metrics.h"
-#include "preferences.h"
-#include "qml_values.h"
 
 #include <QSettings>
-#include <algorithm>
+#include <format.h>
 #include <lists.h>
 
 using namespace Qt::StringLiterals;
@@ -31,25 +29,43 @@ IslandModel::IslandModel(std::unique_ptr<TodoStore> store, Options options, QObj
     , store_(std::move(store))
     , calendar_(std::move(options.calendar))
     , clock_(std::move(options.clock))
-    , settings_(openSettings(options.settingsFile))
     , now_(clock_())
     , pending_(new DelaySlot(this))
-    , toastWork_(new DelaySlot(this)) {
+    , preferences_(new Preferences(openSettings(options.settingsFile), this))
+    , toast_(new UndoToast(
+          [this](const UndoToast::Change& change) {
+              withSpring(Spring::List, [&] {
+                  markChange();
+                  change();
+              });
+          },
+          this))
+    , completions_(new CompletionQueue(
+          [this](const Uuid& id) {
+              if (const std::optional<Todo> task = todoWithId(id)) {
+                  toggle(*task);
+              }
+          },
+          clock_, this))
+    , launchAtLogin_(new LaunchAtLogin(std::move(options.launchAtLogin), this))
+    , format_(new DisplayTexts(
+          calendar_, [this] { return now_; }, this))
+    , todayList_(new TaskListModel(this))
+    , upcomingList_(new TaskListModel(this))
+    , backlogList_(new TaskListModel(this)) {
     pending_->setObjectName(u"pending"_s);
-    toastWork_->setObjectName(u"toastWork"_s);
-
-    const Preferences preferences = readPreferences(*settings_);
-    theme_ = preferences.theme;
-    glassLook_ = preferences.glassLook;
-    reminderSound_ = preferences.reminderSound;
 
     // The store calls back inside its own mutation, so views redraw with whatever spring the
     // model's operation marked the change with.
     store_->onChange([this] {
+        markChange();
         Q_EMIT todosChanged();
         refreshDerived();
+        refreshLists();
     });
-    derived_ = derived();
+    connect(completions_, &CompletionQueue::changed, this, &IslandModel::refreshLists);
+    derived_ = derive();
+    refreshLists();
 }
 
 IslandModel::~IslandModel() {
@@ -65,16 +81,6 @@ Platform& IslandModel::platform() {
         return *platform_;
     }
     return nullPlatform_;
-}
-
-template <typename T>
-void IslandModel::assign(T& field, const T& value, void (IslandModel::*signal)()) {
-    if (field == value) {
-        return;
-    }
-    field = value;
-    Q_EMIT(this->*signal)();
-    refreshDerived();
 }
 
 void IslandModel::setBucket(Bucket bucket) {
@@ -105,30 +111,8 @@ void IslandModel::setPage(Page page) {
     assign(page_, page, &IslandModel::pageChanged);
 }
 
-// The three preferences are written on every assignment, even of the value held, so that the
-// stored copy always matches what the user last chose.
-void IslandModel::setTheme(IslandTheme theme) {
-    assign(theme_, theme, &IslandModel::themeChanged);
-    if (!isolated_) {
-        writeTheme(*settings_, theme);
-    }
-}
-
-void IslandModel::setGlassLook(GlassLook look) {
-    assign(glassLook_, look, &IslandModel::glassLookChanged);
-    if (!isolated_) {
-        writeGlassLook(*settings_, look);
-    }
-}
-
-void IslandModel::setReminderSound(bool on) {
-    assign(reminderSound_, on, &IslandModel::reminderSoundChanged);
-    if (!isolated_) {
-        writeReminderSound(*settings_, on);
-    }
-}
-
 void IslandModel::setIsolated(bool isolated) {
+    preferences_->setIsolated(isolated);
     assign(isolated_, isolated, &IslandModel::isolatedChanged);
 }
 
@@ -137,86 +121,109 @@ void IslandModel::setGlassMaterial(bool offered) {
 }
 
 void IslandModel::setNow(Timestamp now) {
+    const DayFacts before = derived_.day;
     assign(now_, now, &IslandModel::nowChanged);
-}
-
-void IslandModel::setToast(std::optional<Toast> toast) {
-    assign(toast_, toast, &IslandModel::toastChanged);
+    // The lists show the day and the current minute, not the seconds of the reading.
+    if (derived_.day != before) {
+        refreshLists();
+    }
 }
 
 void IslandModel::requestFocus() {
     ++focusRequest_;
+    markChange();
     Q_EMIT focusRequestChanged();
 }
 
-void IslandModel::setSpring(Spring spring) {
-    if (spring_ == spring) {
+void IslandModel::markChange() {
+    if (spring_ == changeSpring_) {
         return;
     }
-    spring_ = spring;
+    spring_ = changeSpring_;
     Q_EMIT springChanged();
 }
 
 void IslandModel::withSpring(Spring spring, const std::function<void()>& change) {
-    const Spring outer = spring_;
-    setSpring(spring);
+    const Spring outer = std::exchange(changeSpring_, spring);
     change();
-    setSpring(outer);
+    changeSpring_ = outer;
 }
 
-bool IslandModel::isIdle() const {
-    return draft_.isEmpty() && !editing_ && !scheduling_;
+IslandModel::DayFacts IslandModel::dayFacts() const {
+    const DayKey today = Day::key(now_, calendar_);
+    return {
+        today,
+        Day::adding(1, today),
+        Day::weekendAfter(now_, calendar_),
+        Day::next(2, now_, calendar_), // the coming Monday
+        Format::date(now_, calendar_),
+        static_cast<int>(Day::minuteOf(now_, calendar_)),
+    };
 }
 
-QSizeF IslandModel::islandSize() const {
-    const bool planned =
-        mode_.kind() == ModeKind::Closed && progress(store_->todos(), now_, calendar_).total > 0;
-    return metrics::islandSize(mode_.kind(), notch_, planned, openHeight_);
+IslandModel::Derived IslandModel::derive() const {
+    Derived next;
+    // Only the clock's reading changes the day's facts, and they cost a few formatter calls.
+    const bool sameMinute = derived_.day.today == Day::key(now_, calendar_) &&
+                            derived_.day.minute == Day::minuteOf(now_, calendar_);
+    next.day = sameMinute ? derived_.day : dayFacts();
+    next.isIdle = draft_.isEmpty() && !editing_ && !scheduling_;
+    next.progress = kelo::progress(store_->todos(), now_, calendar_);
+    next.islandSize =
+        metrics::islandSize(mode_.kind(), notch_, next.progress.total > 0, openHeight_);
+    next.plan = QuickParse::plan(stdText(draft_), bucket_, now_, calendar_);
+    next.planText = qtText(Format::when(next.plan.day, next.plan.minute, now_, calendar_));
+    if (const std::optional<Uuid> id = mode_.alertId()) {
+        next.alertTodo = todoWithId(*id);
+    }
+    next.nextTimed = kelo::nextTimed(store_->todos(), now_, calendar_);
+    return next;
 }
 
-Parsed IslandModel::plan() const {
-    return QuickParse::plan(stdText(draft_), bucket_, now_, calendar_);
-}
-
-std::optional<Todo> IslandModel::alertTodo() const {
-    const std::optional<Uuid> id = mode_.alertId();
-    return id ? todoWithId(*id) : std::nullopt;
-}
-
-IslandModel::Derived IslandModel::derived() const {
-    return {isIdle(), islandSize(), plan(), alertTodo()};
-}
-
-// The derived values have no storage of their own; the last values read are kept only to tell
-// their observers when an input change really changed them.
+// The derived values are computed from the state on every change; the last values are kept to
+// tell their observers when a change of the state really changed them.
 void IslandModel::refreshDerived() {
-    const Derived previous = std::exchange(derived_, derived());
+    const Derived previous = std::exchange(derived_, derive());
     if (previous.isIdle != derived_.isIdle) {
         Q_EMIT isIdleChanged();
     }
     if (previous.islandSize != derived_.islandSize) {
         Q_EMIT islandSizeChanged();
     }
-    if (previous.plan != derived_.plan) {
+    if (previous.plan != derived_.plan || previous.planText != derived_.planText) {
         Q_EMIT planChanged();
     }
     if (previous.alertTodo != derived_.alertTodo) {
         Q_EMIT alertTodoChanged();
     }
+    if (previous.progress != derived_.progress) {
+        Q_EMIT progressChanged();
+    }
+    if (previous.nextTimed != derived_.nextTimed) {
+        Q_EMIT nextTimedChanged();
+    }
+    if (previous.day != derived_.day) {
+        Q_EMIT dayChanged();
+    }
 }
 
-DayKey IslandModel::today() const {
-    return Day::key(now_, calendar_);
+void IslandModel::refreshLists() {
+    const auto withChecks = [this](std::vector<TaskRow> rows) {
+        for (TaskRow& row : rows) {
+            row.checking = row.task && completions_->contains(row.task->id);
+        }
+        return rows;
+    };
+    const std::vector<Todo>& todos = store_->todos();
+    todayList_->setRows(withChecks(todayRows(todos, now_, calendar_)));
+    upcomingList_->setRows(withChecks(upcomingRows(todos, now_, calendar_)));
+    backlogList_->setRows(withChecks(backlogRows(todos, now_, calendar_)));
 }
 
 std::optional<Todo> IslandModel::todoWithId(const Uuid& id) const {
     const auto& todos = store_->todos();
-    const auto found =
-        std::find_if(todos.begin(), todos.end(), [&](const Todo& todo) { return todo.id == id; });
-    if (found == todos.end()) {
-        return std::nullopt;
-    }
-    return *found;
+    const auto found = std::ranges::find(todos, id, &Todo::id);
+    return found == todos.end() ? std::nullopt : std::optional(*found);
 }
 
 } // namespace kelo

@@ -22,11 +22,7 @@ void IslandModel::setMode(const Mode& mode) {
         return;
     }
     const bool wasOpen = mode_.kind() == ModeKind::Open;
-    withSpring(Spring::Island, [&] {
-        mode_ = mode;
-        Q_EMIT modeChanged();
-        refreshDerived();
-    });
+    withSpring(Spring::Island, [&] { assign(mode_, mode, &IslandModel::modeChanged); });
 
     if (mode.kind() == ModeKind::Open) {
         // Opening always shows the tasks page, whatever was shown last time.

@@ -1,9 +1,29 @@
 #include "island_model.h"
-#include "qml_values.h"
 
 // The faces of the model that QML uses: ids as text, absent values as null, tasks looked up in
 // the store by id so that a view never hands over a stale copy.
 namespace kelo {
+
+namespace {
+
+std::optional<DayKey> dayFrom(const QVariant& value) {
+    if (value.typeId() != QMetaType::QString) {
+        return std::nullopt;
+    }
+    return stdText(value.toString());
+}
+
+// QML passes numbers as doubles; anything that is not a whole number is no minute.
+std::optional<std::int64_t> minuteFrom(const QVariant& value) {
+    bool ok = false;
+    const double number = value.toDouble(&ok);
+    if (value.isNull() || !ok || number != static_cast<double>(static_cast<std::int64_t>(number))) {
+        return std::nullopt;
+    }
+    return static_cast<std::int64_t>(number);
+}
+
+} // namespace
 
 island::BucketTab IslandModel::bucketTab() const {
     return static_cast<island::BucketTab>(bucket_);
@@ -19,63 +39,89 @@ QDateTime IslandModel::nowDateTime() const {
     return dateTimeOf(now_);
 }
 
-QVariant IslandModel::editingValue() const {
-    return idValue(editing_);
+QString IslandModel::editingId() const {
+    return idText(editing_);
 }
 
-void IslandModel::setEditingValue(const QVariant& id) {
+void IslandModel::setEditingId(const QString& id) {
     setEditing(idFrom(id));
 }
 
-QVariant IslandModel::schedulingValue() const {
-    return idValue(scheduling_);
+QString IslandModel::schedulingId() const {
+    return idText(scheduling_);
 }
 
-void IslandModel::setSchedulingValue(const QVariant& id) {
+void IslandModel::setSchedulingId(const QString& id) {
     setScheduling(idFrom(id));
 }
 
-QVariant IslandModel::toastValue() const {
-    return toast_ ? QVariant::fromValue(*toast_) : QVariant::fromValue(nullptr);
+PlanValue IslandModel::planValue() const {
+    return kelo::planValue(derived_.plan);
 }
 
-QVariantMap IslandModel::planValue() const {
-    return parsedValue(plan());
+TaskValue IslandModel::alertTodoValue() const {
+    return derived_.alertTodo ? taskValue(*derived_.alertTodo) : TaskValue{};
 }
 
-QVariant IslandModel::alertTodoValue() const {
-    const std::optional<Todo> todo = alertTodo();
-    return todo ? QVariant(todoValue(*todo)) : QVariant::fromValue(nullptr);
+ProgressValue IslandModel::progressValue() const {
+    return kelo::progressValue(derived_.progress);
+}
+
+TaskValue IslandModel::nextTimedValue() const {
+    return derived_.nextTimed ? taskValue(*derived_.nextTimed) : TaskValue{};
+}
+
+QString IslandModel::todayKey() const {
+    return qtText(derived_.day.today);
+}
+
+QString IslandModel::tomorrowKey() const {
+    return qtText(derived_.day.tomorrow);
+}
+
+QString IslandModel::weekendKey() const {
+    return qtText(derived_.day.weekend);
+}
+
+QString IslandModel::nextWeekKey() const {
+    return qtText(derived_.day.nextWeek);
+}
+
+QString IslandModel::headerDate() const {
+    return qtText(derived_.day.headerDate);
 }
 
 std::optional<Todo> IslandModel::todoWithId(const QString& id) const {
-    const std::optional<Uuid> uuid = Uuid::parse(stdText(id));
+    const std::optional<Uuid> uuid = idFrom(id);
     return uuid ? todoWithId(*uuid) : std::nullopt;
 }
 
-void IslandModel::chooseDay(const QVariant& day) {
-    const bool present = day.typeId() == QMetaType::QString;
-    pickDay(present ? std::optional(stdText(day.toString())) : std::nullopt);
+void IslandModel::pickDay(const QVariant& day) {
+    pickDay(dayFrom(day));
 }
 
-void IslandModel::chooseTime(const QVariant& minute) {
-    bool ok = false;
-    const qint64 value = minute.toLongLong(&ok);
-    pickTime(ok && !minute.isNull() ? std::optional<std::int64_t>(value) : std::nullopt);
+void IslandModel::pickTime(const QVariant& minute) {
+    pickTime(minuteFrom(minute));
 }
 
-void IslandModel::renameTask(const QString& id, const QString& text) {
+void IslandModel::rename(const QString& id, const QString& text) {
     if (const std::optional<Todo> task = todoWithId(id)) {
         rename(*task, text);
     }
 }
 
-bool IslandModel::rescheduleTask(const QString& id, const QString& phrase) {
+void IslandModel::move(const QString& id, const QVariant& day, const QVariant& minute) {
+    if (const std::optional<Todo> task = todoWithId(id)) {
+        move(*task, dayFrom(day), minuteFrom(minute));
+    }
+}
+
+bool IslandModel::reschedule(const QString& id, const QString& phrase) {
     const std::optional<Todo> task = todoWithId(id);
     return task && reschedule(*task, phrase);
 }
 
-void IslandModel::toggleTask(const QString& id) {
+void IslandModel::toggle(const QString& id) {
     if (const std::optional<Todo> task = todoWithId(id)) {
         toggle(*task);
     }
@@ -87,10 +133,24 @@ void IslandModel::deleteTask(const QString& id) {
     }
 }
 
-void IslandModel::snoozeTask(const QString& id) {
+void IslandModel::check(const QString& id) {
+    if (const std::optional<Todo> task = todoWithId(id)) {
+        check(*task);
+    }
+}
+
+void IslandModel::snooze(const QString& id) {
     if (const std::optional<Todo> task = todoWithId(id)) {
         snooze(*task);
     }
+}
+
+void IslandModel::showDataFile() {
+    platform().revealFile(QString::fromStdString(TodoStore::defaultURL().string()));
+}
+
+void IslandModel::quit() {
+    platform().quit();
 }
 
 } // namespace kelo

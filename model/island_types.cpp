@@ -4,8 +4,8 @@
 
 namespace kelo {
 
-QVariant Mode::alertIdValue() const {
-    return idValue(alertId_);
+QString Mode::alertIdText() const {
+    return kelo::idText(alertId_);
 }
 
 QString Toast::idText() const {

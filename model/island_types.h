@@ -2,7 +2,6 @@
 
 #include <QObject>
 #include <QString>
-#include <QVariant>
 #include <optional>
 #include <todo.h>
 #include <uuid.h>
@@ -38,21 +37,36 @@ enum class BucketTab {
 };
 Q_ENUM_NS(BucketTab)
 
+// What one row of a task list is.
+enum class RowKind { Task, Section, NowLine };
+Q_ENUM_NS(RowKind)
+
+// What a task row shows at its right edge: nothing, the time, or the day (an overdue task's).
+enum class Meta { None, Time, Day };
+Q_ENUM_NS(Meta)
+
+// Section headings are quiet, except the one over overdue tasks.
+enum class SectionTint { Quiet, Overdue };
+Q_ENUM_NS(SectionTint)
+
 } // namespace kelo::island
 
 namespace kelo {
 
 using island::GlassLook;
 using island::IslandTheme;
+using island::Meta;
 using island::ModeKind;
 using island::Page;
+using island::RowKind;
+using island::SectionTint;
 
 // What the island shows. Only an alert carries a task id, so the id cannot exist without it.
 class Mode {
     Q_GADGET
     Q_PROPERTY(kelo::island::ModeKind kind READ kind CONSTANT FINAL)
-    // The alerted task's upper-case id, or null outside an alert.
-    Q_PROPERTY(QVariant alertId READ alertIdValue CONSTANT FINAL)
+    // The alerted task's upper-case id; empty outside an alert.
+    Q_PROPERTY(QString alertId READ alertIdText CONSTANT FINAL)
 
 public:
     Mode() = default;
@@ -64,7 +78,7 @@ public:
 
     [[nodiscard]] ModeKind kind() const { return kind_; }
     [[nodiscard]] std::optional<Uuid> alertId() const { return alertId_; }
-    [[nodiscard]] QVariant alertIdValue() const;
+    [[nodiscard]] QString alertIdText() const;
 
     bool operator==(const Mode&) const = default;
 
@@ -78,15 +92,18 @@ private:
 };
 
 // The one-line notice with an Undo. A fresh id for every toast makes a replacing toast a
-// different toast even when its text is the same.
+// different toast even when its text is the same. A toast whose action changed nothing has
+// nothing to undo and offers no Undo.
 struct Toast {
     Q_GADGET
     Q_PROPERTY(QString id READ idText CONSTANT FINAL)
     Q_PROPERTY(QString text MEMBER text FINAL)
+    Q_PROPERTY(bool undoable MEMBER undoable FINAL)
 
 public:
     Uuid id;
     QString text;
+    bool undoable = false;
 
     [[nodiscard]] QString idText() const;
 

@@ -24,6 +24,9 @@ public:
     [[nodiscard]] bool isPanelKey() const override { return false; }
     void releaseKeyboard() override {}
 
+    void revealFile(const QString&) override {}
+    void quit() override {}
+
     void playReminderSound() override {}
     void performHaptic() override {}
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 #include <cstdint>
 #include <optional>
 
@@ -43,6 +44,11 @@ public:
     // the panel out and at once front again without making it key. A panel can be key while Kelo
     // is not active, and then key strokes would otherwise stay with it.
     virtual void releaseKeyboard() = 0;
+
+    // Shows the file in the desktop's file manager, or at least its folder.
+    virtual void revealFile(const QString& path) = 0;
+    // Ends Kelo.
+    virtual void quit() = 0;
 
     virtual void playReminderSound() = 0;
     // The short alignment tap. Linux desktops have no haptic device, but the seam stays so that

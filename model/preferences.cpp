@@ -1,6 +1,7 @@
 #include "preferences.h"
 
 #include <QSettings>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -34,22 +35,18 @@ QString textOf(const QVariant& value) {
     return value.typeId() == QMetaType::QString ? value.toString() : QString();
 }
 
-void write(QSettings& settings, const QString& key, const QVariant& value) {
-    settings.setValue(key, value);
-    // Written through at once: Kelo is usually ended by logging out, not by quitting.
-    settings.sync();
+template <typename T>
+void assign(T& field, T value, Preferences* owner, void (Preferences::*signal)()) {
+    if (field != value) {
+        field = value;
+        Q_EMIT(owner->*signal)();
+    }
 }
 
 } // namespace
 
 QString rawValue(IslandTheme theme) {
-    switch (theme) {
-    case IslandTheme::Glass:
-        return u"glass"_s;
-    case IslandTheme::Standard:
-        break;
-    }
-    return u"standard"_s;
+    return theme == IslandTheme::Glass ? u"glass"_s : u"standard"_s;
 }
 
 QString rawValue(GlassLook look) {
@@ -64,31 +61,45 @@ QString rawValue(GlassLook look) {
     return u"system"_s;
 }
 
-Preferences readPreferences(const QSettings& settings) {
-    Preferences preferences;
-    if (textOf(settings.value(themeKey)) == rawValue(IslandTheme::Glass)) {
-        preferences.theme = IslandTheme::Glass;
+Preferences::Preferences(std::unique_ptr<QSettings> settings, QObject* parent)
+    : QObject(parent)
+    , settings_(std::move(settings)) {
+    if (textOf(settings_->value(themeKey)) == rawValue(IslandTheme::Glass)) {
+        theme_ = IslandTheme::Glass;
     }
-    const QString look = textOf(settings.value(glassLookKey));
+    const QString look = textOf(settings_->value(glassLookKey));
     if (look == rawValue(GlassLook::Light)) {
-        preferences.glassLook = GlassLook::Light;
+        glassLook_ = GlassLook::Light;
     } else if (look == rawValue(GlassLook::Dark)) {
-        preferences.glassLook = GlassLook::Dark;
+        glassLook_ = GlassLook::Dark;
     }
-    preferences.reminderSound = booleanOf(settings.value(reminderSoundKey)).value_or(true);
-    return preferences;
+    reminderSound_ = booleanOf(settings_->value(reminderSoundKey)).value_or(true);
 }
 
-void writeTheme(QSettings& settings, IslandTheme theme) {
-    write(settings, themeKey, rawValue(theme));
+Preferences::~Preferences() = default;
+
+void Preferences::setTheme(IslandTheme theme) {
+    assign(theme_, theme, this, &Preferences::themeChanged);
+    write(themeKey, rawValue(theme));
 }
 
-void writeGlassLook(QSettings& settings, GlassLook look) {
-    write(settings, glassLookKey, rawValue(look));
+void Preferences::setGlassLook(GlassLook look) {
+    assign(glassLook_, look, this, &Preferences::glassLookChanged);
+    write(glassLookKey, rawValue(look));
 }
 
-void writeReminderSound(QSettings& settings, bool on) {
-    write(settings, reminderSoundKey, on);
+void Preferences::setReminderSound(bool on) {
+    assign(reminderSound_, on, this, &Preferences::reminderSoundChanged);
+    write(reminderSoundKey, on);
+}
+
+void Preferences::write(const QString& key, const QVariant& value) {
+    if (isolated_) {
+        return;
+    }
+    settings_->setValue(key, value);
+    // Written through at once: Kelo is usually ended by logging out, not by quitting.
+    settings_->sync();
 }
 
 } // namespace kelo

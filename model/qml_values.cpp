@@ -1,7 +1,5 @@
 #include "qml_values.h"
 
-using namespace Qt::StringLiterals;
-
 namespace kelo {
 
 QString qtText(std::string_view text) {
@@ -16,41 +14,39 @@ QString idText(const Uuid& id) {
     return qtText(id.text());
 }
 
-QVariant idValue(const std::optional<Uuid>& id) {
-    return id ? QVariant(idText(*id)) : QVariant::fromValue(nullptr);
+QString idText(const std::optional<Uuid>& id) {
+    return id ? idText(*id) : QString();
 }
 
-std::optional<Uuid> idFrom(const QVariant& value) {
-    if (value.typeId() != QMetaType::QString) {
-        return std::nullopt;
-    }
-    return Uuid::parse(stdText(value.toString()));
+std::optional<Uuid> idFrom(const QString& text) {
+    return Uuid::parse(stdText(text));
 }
 
 QDateTime dateTimeOf(Timestamp time) {
     return QDateTime::fromMSecsSinceEpoch(time.time_since_epoch().count(), Qt::UTC);
 }
 
-QVariant nullable(const QVariant& value, bool present) {
-    return present ? value : QVariant::fromValue(nullptr);
-}
-
-QVariantMap parsedValue(const Parsed& parsed) {
+TaskValue taskValue(const Todo& todo) {
     return {
-        {u"title"_s, qtText(parsed.title)},
-        {u"day"_s, nullable(qtText(parsed.day.value_or(DayKey())), parsed.day.has_value())},
-        {u"minute"_s, nullable(qint64{parsed.minute.value_or(0)}, parsed.minute.has_value())},
+        idText(todo.id),         qtText(todo.title),
+        todo.day.has_value(),    qtText(todo.day.value_or(DayKey())),
+        todo.minute.has_value(), static_cast<int>(todo.minute.value_or(0)),
+        todo.isDone(),
     };
 }
 
-QVariantMap todoValue(const Todo& todo) {
+PlanValue planValue(const Parsed& parsed) {
     return {
-        {u"id"_s, idText(todo.id)},
-        {u"title"_s, qtText(todo.title)},
-        {u"day"_s, nullable(qtText(todo.day.value_or(DayKey())), todo.day.has_value())},
-        {u"minute"_s, nullable(qint64{todo.minute.value_or(0)}, todo.minute.has_value())},
-        {u"done"_s, todo.isDone()},
+        qtText(parsed.title),
+        parsed.day.has_value(),
+        qtText(parsed.day.value_or(DayKey())),
+        parsed.minute.has_value(),
+        static_cast<int>(parsed.minute.value_or(0)),
     };
+}
+
+ProgressValue progressValue(const DayProgress& progress) {
+    return {progress.done, progress.total};
 }
 
 } // namespace kelo

@@ -29,9 +29,11 @@ public:
     bool operator==(const SpringParameters&) const = default;
 };
 
-// The only place that knows the two springs' numbers; views ask parameters() for them.
+// The only place that knows the springs' numbers; views ask for them.
 inline constexpr SpringParameters islandSpring{0.42, 0.8};
 inline constexpr SpringParameters listSpring{0.5, 0.85};
+// The check circle of a task row: quick and a little bouncy.
+inline constexpr SpringParameters checkCircleSpring{0.28, 0.55};
 
 [[nodiscard]] constexpr std::optional<SpringParameters> parameters(Spring spring) {
     switch (spring) {

@@ -3,8 +3,16 @@
 #include "island_window.h"
 #include "x11.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDesktopServices>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QQuickItem>
+#include <QUrl>
+#include <system_log.h>
+
+using namespace Qt::StringLiterals;
 
 namespace kelo::shell {
 
@@ -79,6 +87,26 @@ void DesktopPlatform::releaseKeyboard() {
     }
     panel_->hide();
     panel_->showWithoutActivating();
+}
+
+void DesktopPlatform::revealFile(const QString& path) {
+    // The file manager's own interface selects the file; without one the folder opens.
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
+        u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
+    call << QStringList{QUrl::fromLocalFile(path).toString()} << QString();
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, 2000);
+    if (reply.type() == QDBusMessage::ReplyMessage) {
+        return;
+    }
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder))) {
+        systemLog("Kelo: could not show " + path.toStdString() + " in a file manager.");
+    }
+}
+
+void DesktopPlatform::quit() {
+    QCoreApplication::quit();
 }
 
 void DesktopPlatform::playReminderSound() {

@@ -34,6 +34,9 @@ public:
     [[nodiscard]] bool isPanelKey() const override;
     void releaseKeyboard() override;
 
+    void revealFile(const QString& path) override;
+    void quit() override;
+
     void playReminderSound() override;
     void performHaptic() override;
 

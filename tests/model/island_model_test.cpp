@@ -1,4 +1,4 @@
-#include "scratch.h"
+#include "model_rig.h"
 
 #include <QFile>
 #include <QSettings>
@@ -34,9 +34,10 @@ void play(Rig& rig, const QString& script) {
 
 // Such as "Glass Dark silent".
 QString preferences(const IslandModel& model) {
-    return QVariant::fromValue(model.theme()).toString() % u' ' %
-           QVariant::fromValue(model.glassLook()).toString() %
-           (model.reminderSound() ? u" sound"_s : u" silent"_s);
+    const Preferences& chosen = *model.preferences();
+    return QVariant::fromValue(chosen.theme()).toString() % u' ' %
+           QVariant::fromValue(chosen.glassLook()).toString() %
+           (chosen.reminderSound() ? u" sound"_s : u" silent"_s);
 }
 
 std::optional<Uuid> alerting(const Rig& rig) {
@@ -216,17 +217,22 @@ private Q_SLOTS:
         QTest::newRow("glassLook") << QVariant::fromValue(GlassLook::Dark);
         QTest::newRow("reminderSound") << QVariant(false);
         QTest::newRow("isolated") << QVariant(true);
+        QTest::newRow("glassMaterial") << QVariant(true);
     }
 
+    // The preferences' properties live on their own object.
     void equalAssignmentsNotifyNobody() {
         QFETCH(QVariant, value);
         const char* property = QTest::currentDataTag();
         Rig rig;
-        const QMetaObject& meta = IslandModel::staticMetaObject;
-        QSignalSpy spy(rig.model.get(),
-                       meta.property(meta.indexOfProperty(property)).notifySignal());
-        QVERIFY(rig.model->setProperty(property, value));
-        QVERIFY(rig.model->setProperty(property, rig.model->property(property)));
+        QObject* owner = rig.model.get();
+        if (owner->metaObject()->indexOfProperty(property) < 0) {
+            owner = rig.model->preferences();
+        }
+        const QMetaObject& meta = *owner->metaObject();
+        QSignalSpy spy(owner, meta.property(meta.indexOfProperty(property)).notifySignal());
+        QVERIFY(owner->setProperty(property, value));
+        QVERIFY(owner->setProperty(property, owner->property(property)));
         QCOMPARE(spy.count(), 1);
     }
 
@@ -246,8 +252,8 @@ private Q_SLOTS:
     void isolationTouchesNoDesktopAndNoSettings() {
         Rig rig;
         rig.model->setIsolated(true);
-        rig.model->setTheme(IslandTheme::Glass);
-        rig.model->setGlassLook(GlassLook::Dark);
+        rig.model->preferences()->setTheme(IslandTheme::Glass);
+        rig.model->preferences()->setGlassLook(GlassLook::Dark);
         rig.model->hotKey();
         QCOMPARE(rig.model->mode(), Mode::open());
         QCOMPARE(rig.model->focusRequest(), 1);
@@ -258,9 +264,9 @@ private Q_SLOTS:
         QCOMPARE(QSettings(rig.settingsFile(), QSettings::IniFormat).allKeys(), QStringList());
         // Back from isolation every assignment is written, even of the value held.
         rig.model->setIsolated(false);
-        rig.model->setTheme(IslandTheme::Glass);
-        rig.model->setGlassLook(GlassLook::Dark);
-        rig.model->setReminderSound(true);
+        rig.model->preferences()->setTheme(IslandTheme::Glass);
+        rig.model->preferences()->setGlassLook(GlassLook::Dark);
+        rig.model->preferences()->setReminderSound(true);
         QCOMPARE(preferences(*rig.makeModel()), u"Glass Dark sound"_s);
         QCOMPARE(QSettings(rig.settingsFile(), QSettings::IniFormat).value(u"reminderSound"_s),
                  u"true"_s);
@@ -291,17 +297,17 @@ private Q_SLOTS:
         const Todo task = rig.addTask("standup", rig.today(), 540);
         rig.model->move(task, rig.today(), 600);
         QCOMPARE(rig.task(task.id)->minute, 600);
-        QCOMPARE(rig.model->toast(), std::nullopt);
+        QCOMPARE(rig.model->toast()->current(), std::nullopt);
         rig.model->move(*rig.task(task.id), std::nullopt, 600);
         QCOMPARE(rig.task(task.id)->minute, std::nullopt);
-        QCOMPARE(rig.model->toastValue().value<Toast>().text, u"Moved to Backlog"_s);
+        QCOMPARE(rig.model->toast()->current()->text, u"Moved to Backlog"_s);
         // Undo restores the schedule only.
         rig.model->rename(*rig.task(task.id), u" daily standup\n"_s);
         rig.model->undoLast();
         QCOMPARE(rig.task(task.id)->title, "daily standup");
         QCOMPARE(rig.task(task.id)->day, rig.today());
         QCOMPARE(rig.task(task.id)->minute, 600);
-        QCOMPARE(rig.model->toast(), std::nullopt);
+        QCOMPARE(rig.model->toast()->current(), std::nullopt);
     }
 
     void rescheduleReadsAPhrase() {
@@ -334,14 +340,14 @@ private Q_SLOTS:
         rig.model->deleteTodo(done); // replaces the toast and its undo
         QCOMPARE(rig.model->scheduling(), std::nullopt);
         rig.time.advance(3999ms);
-        QCOMPARE(rig.model->toastValue().value<Toast>().text, u"Deleted “dentist”"_s);
+        QCOMPARE(rig.model->toast()->current()->text, u"Deleted “dentist”"_s);
         rig.model->undoLast();
         rig.model->undoLast();
         QCOMPARE(rig.task(task.id), done);
         QCOMPARE(rig.task(first.id), std::nullopt);
         rig.model->deleteTodo(done);
         rig.time.advance(4s);
-        QCOMPARE(rig.model->toast(), std::nullopt);
+        QCOMPARE(rig.model->toast()->current(), std::nullopt);
         rig.model->undoLast();
         QCOMPARE(rig.task(task.id), std::nullopt);
     }
@@ -365,7 +371,7 @@ private Q_SLOTS:
         QFETCH(QString, calls);
         const bool open = setting == "open"_L1;
         Rig rig(at(2025, 3, 6, 17, 0) + std::chrono::minutes(open ? 0 : late));
-        rig.model->setReminderSound(setting != "silent"_L1);
+        rig.model->preferences()->setReminderSound(setting != "silent"_L1);
         const Todo task = rig.addTask("groceries", rig.today(), 17 * 60);
         if (open) {
             rig.model->open(false);
@@ -420,7 +426,7 @@ private Q_SLOTS:
         rig.time.advance(3s);
         done ? rig.model->completeAlert() : rig.model->snooze(*rig.model->alertTodo());
         QCOMPARE(rig.model->mode(), Mode::closed());
-        QCOMPARE(rig.model->toast(), std::nullopt);
+        QCOMPARE(rig.model->toast()->current(), std::nullopt);
         QCOMPARE(rig.task(task.id)->minute, minuteAfter);
         QCOMPARE(rig.task(task.id)->doneAt, done ? std::optional(rig.time.now()) : std::nullopt);
         rig.time.advanceTo(at(2025, 3, 6, 0, 0) + std::chrono::minutes(minuteAfter));
@@ -444,7 +450,7 @@ private Q_SLOTS:
         rig.model->pickDay(std::nullopt);
         QCOMPARE(rig.model->draft(), u"groceries"_s);
         QCOMPARE(rig.model->bucket(), Bucket::backlog);
-        rig.model->pickTime(17 * 60);
+        rig.model->pickTime(std::optional<std::int64_t>(17 * 60));
         QCOMPARE(rig.model->draft(), u"groceries 5pm"_s);
         QCOMPARE(rig.model->focusRequest(), 4);
         const Parsed plan{"groceries", rig.today(), 17 * 60};

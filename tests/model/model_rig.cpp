@@ -1,4 +1,4 @@
-#include "scratch.h"
+#include "model_rig.h"
 
 #include <algorithm>
 
@@ -52,12 +52,19 @@ QString Rig::settingsFile() const {
     return folder.filePath(u"Kelo.conf"_s);
 }
 
+QString Rig::autostartFolder() const {
+    return folder.filePath(u"autostart"_s);
+}
+
 std::unique_ptr<IslandModel> Rig::makeModel() {
     const auto clock = [this] { return time.now(); };
     auto store = std::make_unique<TodoStore>(folder.filePath(u"todos.json"_s).toStdString(),
                                              TodoStore::Options{clock, [](auto) {}});
     auto made = std::make_unique<IslandModel>(
-        std::move(store), IslandModel::Options{testCalendar(), clock, settingsFile()});
+        std::move(store),
+        IslandModel::Options{
+            testCalendar(), clock, settingsFile(),
+            LaunchAtLogin::Options{autostartFolder(), u"/usr/bin/kelo"_s, [](auto) {}}});
     made->setPlatform(&platform);
     time.watch(*made);
     return made;

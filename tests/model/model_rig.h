@@ -38,6 +38,8 @@ public:
     void deactivate() override { active = panelKey = record("deactivate", false); }
     void makePanelKey() override { panelKey = record("makePanelKey", true); }
     void releaseKeyboard() override { panelKey = record("releaseKeyboard", false); }
+    void revealFile(const QString& path) override { calls << QStringLiteral("reveal ") + path; }
+    void quit() override { record("quit"); }
     void playReminderSound() override { record("sound"); }
     void performHaptic() override { record("haptic"); }
     [[nodiscard]] bool handBack(const ApplicationRef& app) override {
@@ -73,12 +75,13 @@ private:
     std::map<DelaySlot*, Timestamp> deadlines_;
 };
 
-// One model with everything it touches kept apart: data and settings files in a fresh folder,
+// One model with everything it touches kept apart: data, settings and autostart in a fresh folder,
 // virtual time from Thursday 2025-03-06 09:00 and a recording platform.
 struct Rig {
     explicit Rig(Timestamp start = at(2025, 3, 6, 9, 0));
 
     [[nodiscard]] QString settingsFile() const;
+    [[nodiscard]] QString autostartFolder() const;
     [[nodiscard]] std::unique_ptr<IslandModel> makeModel();
 
     [[nodiscard]] DayKey today() const;
