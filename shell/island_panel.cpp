@@ -11,6 +11,7 @@
 #include <QQmlComponent>
 #include <QQuickItem>
 #include <QtQml/qqmlextensionplugin.h>
+#include <cstdlib>
 
 Q_IMPORT_QML_PLUGIN(KeloPlugin)
 
@@ -25,13 +26,17 @@ std::unique_ptr<QQuickItem> createIslandView(QQmlEngine& engine, IslandModel& mo
     // instead of failing.
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     QQmlComponent component(&engine, islandViewUrl);
-    std::unique_ptr<QObject> root(component.createWithInitialProperties(
-        {{QStringLiteral("model"), QVariant::fromValue(&model)}}));
+    // Qt 6.4 crashes when asked to create from a component that failed to load.
+    std::unique_ptr<QObject> root(
+        component.isReady() ? component.createWithInitialProperties(
+                                  {{QStringLiteral("model"), QVariant::fromValue(&model)}})
+                            : nullptr);
     auto* item = qobject_cast<QQuickItem*>(root.get());
     if (!item) {
+        // An island that shows nothing would look like a Kelo that works; say why and stop.
         systemLog("Kelo: could not load the island view: " +
-                  component.errorString().trimmed().toStdString());
-        return std::make_unique<QQuickItem>(window.contentItem());
+                  component.errorString().simplified().toStdString());
+        std::exit(1);
     }
     root.release();
     item->setParentItem(window.contentItem());

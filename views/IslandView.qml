@@ -1,45 +1,116 @@
 import QtQuick
-import QtQuick.Shapes
 import Kelo
 
-// The island: a black notch outline of the model's island size, hanging from the top centre.
+// The island: a black (or glass) body in the notch's outline, as large as the model says for its
+// mode, hanging from the top centre of the window, with the content of the mode inside. Every
+// change of size and outline moves with the island spring. A click on the closed, peeking or
+// alerting island opens it; a secondary click opens the island's menu in every mode.
 Item {
     id: root
 
     required property IslandModel model
 
-    readonly property real bottomRadius: 10
+    readonly property int mode: model.mode.kind
+    readonly property bool open: mode === Island.Open
+    readonly property bool closed: mode === Island.Closed
+    readonly property bool glassTheme: model.preferences.theme === Island.Glass && model.glassMaterial
+    // The closed island is always black.
+    readonly property bool glass: glassTheme && !closed
+    // Set from the desktop's colour scheme.
+    property bool systemDark: true
+    readonly property bool lookDark: model.preferences.glassLook === Island.Dark
+                                     || (model.preferences.glassLook === Island.System && systemDark)
+    readonly property bool dark: !glassTheme || closed || lookDark
+    readonly property alias island: island
+    readonly property alias body: body
+    readonly property IslandMenu menu: IslandMenu { model: root.model }
 
-    Shape {
+    Binding {
+        target: IslandPalette
+        property: "dark"
+        value: root.dark
+    }
+
+    Item {
         id: island
 
         anchors.top: parent.top
         anchors.horizontalCenter: parent.horizontalCenter
         width: root.model.islandSize.width
         height: root.model.islandSize.height
+        property real topRadius: IslandOutline.topRadius(root.mode)
+        property real bottomRadius: IslandOutline.bottomRadius(root.mode)
 
-        ShapePath {
-            fillColor: "black"
-            strokeWidth: -1
-            startX: 0
-            startY: 0
+        Behavior on width { Spring { preset: Motion.island } }
+        Behavior on height { Spring { preset: Motion.island } }
+        Behavior on topRadius { Spring { preset: Motion.island; epsilon: 0.01 } }
+        Behavior on bottomRadius { Spring { preset: Motion.island; epsilon: 0.01 } }
 
-            PathLine { x: island.width; y: 0 }
-            PathLine { x: island.width; y: island.height - root.bottomRadius }
-            PathArc {
-                x: island.width - root.bottomRadius
-                y: island.height
-                radiusX: root.bottomRadius
-                radiusY: root.bottomRadius
+        IslandShadow {
+            x: island.topRadius
+            y: 8
+            width: island.width - 2 * island.topRadius
+            height: island.height
+            opacity: root.open && !root.glass ? 0.5 : 0
+            visible: opacity > 0
+
+            Behavior on opacity { Spring { preset: Motion.island; epsilon: 0.01 } }
+        }
+
+        NotchShape {
+            id: body
+
+            anchors.fill: parent
+            topRadius: island.topRadius
+            bottomRadius: island.bottomRadius
+            fillColor: root.glass ? Qt.rgba(0, 0, 0, 0.01) : "black"
+        }
+
+        MouseArea {
+            anchors.fill: parent
+            containmentMask: body
+            // Inside the open island clicks belong to its controls.
+            acceptedButtons: root.open ? Qt.RightButton : Qt.LeftButton | Qt.RightButton
+            onClicked: mouse => {
+                if (mouse.button === Qt.RightButton)
+                    root.menu.popup()
+                else if (!root.open)
+                    root.model.open(false)
             }
-            PathLine { x: root.bottomRadius; y: island.height }
-            PathArc {
-                x: 0
-                y: island.height - root.bottomRadius
-                radiusX: root.bottomRadius
-                radiusY: root.bottomRadius
+        }
+
+        // Content stays within the body's sides; only the rounded bottom corners are not cut.
+        Item {
+            id: frame
+
+            x: island.topRadius
+            width: Math.max(0, island.width - 2 * island.topRadius)
+            height: island.height
+            clip: true
+
+            Item {
+                id: canvas
+
+                x: (frame.width - width) / 2
+                width: root.model.islandSize.width
+                height: root.model.islandSize.height
+
+                ModeContent {
+                    anchors.fill: parent
+                    shown: root.closed
+                    sourceComponent: ClosedView { model: root.model }
+                }
+                ModeContent {
+                    anchors.fill: parent
+                    shown: root.mode === Island.Peek
+                    sourceComponent: PeekView { model: root.model }
+                }
+                ModeContent {
+                    anchors.fill: parent
+                    shown: root.mode === Island.Alert
+                    sourceComponent: AlertView { model: root.model }
+                }
             }
-            PathLine { x: 0; y: 0 }
         }
     }
 }
