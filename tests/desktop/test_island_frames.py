@@ -43,9 +43,9 @@ class IslandFrameTest(DesktopTestCase):
         opaque_black, clear = (255, 0, 0, 0), (0, 0, 0, 0)
         self.assertTrue(wait_until(lambda: self.desktop.pixel(island, width // 2, height // 2)
                                    == opaque_black), "the island is not drawn")
-        # Square at the top, where it meets the screen's edge; rounded below.
-        self.assertEqual(self.desktop.pixel(island, 0, 0), opaque_black)
-        self.assertEqual(self.desktop.pixel(island, width - 1, 0), opaque_black)
+        # Flaring out along the screen's top edge; rounded below.
+        self.assertEqual(self.desktop.pixel(island, 3, 0), opaque_black)
+        self.assertEqual(self.desktop.pixel(island, width - 4, 0), opaque_black)
         self.assertEqual(self.desktop.pixel(island, 0, height - 1), clear)
         self.assertEqual(self.desktop.pixel(island, width - 1, height - 1), clear)
 
