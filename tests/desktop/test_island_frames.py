@@ -44,8 +44,8 @@ class IslandFrameTest(DesktopTestCase):
         self.assertTrue(wait_until(lambda: self.desktop.pixel(island, width // 2, height // 2)
                                    == opaque_black), "the island is not drawn")
         # Flaring out along the screen's top edge; rounded below.
-        self.assertEqual(self.desktop.pixel(island, 3, 0), opaque_black)
-        self.assertEqual(self.desktop.pixel(island, width - 4, 0), opaque_black)
+        self.assertEqual(self.desktop.pixel(island, 5, 0), opaque_black)
+        self.assertEqual(self.desktop.pixel(island, width - 6, 0), opaque_black)
         self.assertEqual(self.desktop.pixel(island, 0, height - 1), clear)
         self.assertEqual(self.desktop.pixel(island, width - 1, height - 1), clear)
 
