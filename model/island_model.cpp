@@ -129,9 +129,9 @@ void IslandModel::setNow(Timestamp now) {
     }
 }
 
+// A request, not a state that is drawn: it leaves the spring of the last change alone.
 void IslandModel::requestFocus() {
     ++focusRequest_;
-    markChange();
     Q_EMIT focusRequestChanged();
 }
 

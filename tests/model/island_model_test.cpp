@@ -352,6 +352,55 @@ private Q_SLOTS:
         QCOMPARE(rig.task(task.id), std::nullopt);
     }
 
+    // A task deleted elsewhere still gets its toast, but nothing to bring back.
+    void deletingAVanishedTaskOffersNoUndo() {
+        Rig rig;
+        const Todo task = rig.addTask("dentist");
+        static_cast<void>(rig.model->store().remove(task.id));
+        rig.model->deleteTodo(task);
+        QCOMPARE(rig.model->toast()->current()->text, u"Deleted “dentist”"_s);
+        QVERIFY(!rig.model->toast()->current()->undoable);
+        rig.model->undoLast();
+        QVERIFY(rig.model->store().todos().empty());
+    }
+
+    // The views read which spring a change belongs to after its signals have gone out.
+    void theLastChangeKeepsItsSpring() {
+        Rig rig;
+        const Todo task = rig.addTask("dentist");
+        QCOMPARE(rig.model->spring(), Spring::None);
+        rig.model->deleteTodo(task);
+        QCOMPARE(rig.model->spring(), Spring::List);
+        rig.model->open(false);
+        QCOMPARE(rig.model->spring(), Spring::Island);
+        rig.model->setDraft(u"x"_s);
+        QCOMPARE(rig.model->spring(), Spring::None);
+    }
+
+    void todaysSummaryNotifiesOnlyRealChanges() {
+        Rig rig(at(2025, 3, 6, 9, 0));
+        QSignalSpy progress(rig.model.get(), &IslandModel::progressChanged);
+        QSignalSpy next(rig.model.get(), &IslandModel::nextTimedChanged);
+        QSignalSpy day(rig.model.get(), &IslandModel::dayChanged);
+        const Todo standup = rig.addTask("standup", rig.today(), 600);
+        rig.addTask("someday");      // neither
+        rig.model->setDraft(u"x"_s); // neither
+        rig.time.advance(30s);
+        rig.model->tick(); // the same minute
+        QCOMPARE((QList<qsizetype>{progress.count(), next.count(), day.count()}),
+                 (QList<qsizetype>{1, 1, 0}));
+        rig.time.advance(30s);
+        rig.model->tick();
+        QCOMPARE(rig.model->minuteOfDay(), 541);
+        rig.model->toggle(standup);
+        QCOMPARE((QList<qsizetype>{progress.count(), next.count(), day.count()}),
+                 (QList<qsizetype>{2, 2, 1}));
+        QCOMPARE(rig.model->todayKey(), u"2025-03-06"_s);
+        QCOMPARE(rig.model->weekendKey(), u"2025-03-08"_s);
+        QCOMPARE(rig.model->nextWeekKey(), u"2025-03-10"_s);
+        QCOMPARE(rig.model->headerDate(), u"Thu, Mar 6"_s);
+    }
+
     void alert_data() {
         QTest::addColumn<int>("late");
         QTest::addColumn<QString>("setting");
