@@ -1,0 +1,58 @@
+"""The drawn island on a real X server, used with the pointer as a person would: a click opens
+it, an alert's Done completes its task in the data file, and the island's menu quits Kelo."""
+
+import json
+import time
+import unittest
+
+from desktop_rig import (ALERT, CLOSED_WITH_TASKS, SCREEN_WIDTH, SETTLE, SOON, DesktopTestCase,
+                         minute_now_utc, task, today_utc, wait_until)
+
+
+class IslandViewsTest(DesktopTestCase):
+
+    def click(self, x, y, button=1):
+        self.desktop.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)])
+
+    def test_a_click_opens_the_closed_island(self):
+        data = self.desktop.write_data("todos.json", [task("water the plants", day=today_utc())])
+        island = self.desktop.start_kelo(data).window()
+        self.assertEqual(self.desktop.wait_for_size(island, CLOSED_WITH_TASKS), CLOSED_WITH_TASKS)
+        self.click(SCREEN_WIDTH // 2, 10)
+        self.assertTrue(wait_until(lambda: self.desktop.size(island)[0] > CLOSED_WITH_TASKS[0]),
+                        "the island did not open")
+
+    def test_done_in_an_alert_completes_the_task(self):
+        minute = minute_now_utc()
+        if minute == 1439:
+            self.skipTest("the day ends within the minute")
+        data = self.desktop.write_data("todos.json",
+                                       [task("call the plumber", day=today_utc(), minute=minute)])
+        island = self.desktop.start_kelo(data).window()
+        self.assertEqual(self.desktop.wait_for_size(island, ALERT), ALERT)
+        # The window takes the alert's size at once; the island springs into it.
+        time.sleep(SETTLE)
+        # "Done" sits at the right end of the alert's second row.
+        width, height = ALERT
+        self.click((SCREEN_WIDTH + width) // 2 - 40, height - 30)
+
+        def done():
+            with open(data, encoding="utf-8") as f:
+                return "doneAt" in json.load(f)[0]
+        self.assertTrue(wait_until(done), "the data file does not show the task done")
+
+    def test_the_menu_quits_kelo(self):
+        kelo = self.desktop.start_kelo()
+        kelo.window()
+        self.click(SCREEN_WIDTH // 2, 10, button=3)
+        menu = wait_until(lambda: len(self.desktop.run(
+            ["xdotool", "search", "--onlyvisible", "--pid", str(kelo.process.pid), "--class",
+             "^kelo$"], check=False).split()) > 1)
+        self.assertTrue(menu, "no menu appeared")
+        # The menu is keyboard navigable: upwards from the top wraps to "Quit Kelo".
+        self.desktop.key("Up", "Return")
+        self.assertEqual(kelo.process.wait(timeout=SOON), 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
