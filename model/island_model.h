@@ -162,6 +162,8 @@ public:
     Q_INVOKABLE void escape();
     Q_INVOKABLE void endEditing();
     Q_INVOKABLE void toggleSettings();
+    // A task row's Schedule button: opens that task's schedule editor, or closes it.
+    Q_INVOKABLE void toggleScheduling(const QString& id);
     // A bucket tab's choice, which the lists animate with the list spring.
     Q_INVOKABLE void selectBucket(kelo::island::BucketTab tab);
 

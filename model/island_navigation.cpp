@@ -161,6 +161,11 @@ void IslandModel::toggleSettings() {
                [this] { setPage(page_ == Page::Tasks ? Page::Settings : Page::Tasks); });
 }
 
+void IslandModel::toggleScheduling(const QString& id) {
+    const std::optional<Uuid> task = idFrom(id);
+    withSpring(Spring::List, [&] { setScheduling(scheduling_ == task ? std::nullopt : task); });
+}
+
 void IslandModel::selectBucket(island::BucketTab tab) {
     withSpring(Spring::List, [&] { setBucketTab(tab); });
 }

@@ -23,18 +23,19 @@ QVariant TaskListModel::data(const QModelIndex& index, int role) const {
     }
     const TaskRow& row = rows_[static_cast<std::size_t>(index.row())];
     switch (role) {
+    // Enumerations as plain numbers, which QML compares with its enumeration values.
     case KindRole:
-        return QVariant::fromValue(row.kind);
+        return static_cast<int>(row.kind);
     case KeyRole:
         return qtText(row.key);
     case TaskRole:
         return QVariant::fromValue(row.task ? taskValue(*row.task) : TaskValue{});
     case MetaRole:
-        return QVariant::fromValue(row.meta);
+        return static_cast<int>(row.meta);
     case TextRole:
         return qtText(row.text);
     case TintRole:
-        return QVariant::fromValue(row.tint);
+        return static_cast<int>(row.tint);
     case CheckingRole:
         return row.checking;
     default:

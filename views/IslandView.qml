@@ -24,6 +24,15 @@ Item {
     readonly property alias island: island
     readonly property alias body: body
     readonly property IslandMenu menu: IslandMenu { model: root.model }
+    readonly property alias openView: openContent.item
+    // Set a moment after the first frame.
+    property bool warm: false
+
+    Timer {
+        interval: 300
+        running: true
+        onTriggered: root.warm = true
+    }
 
     Binding {
         target: IslandPalette
@@ -53,6 +62,17 @@ Item {
             height: island.height
             opacity: root.open && !root.glass ? 0.5 : 0
             visible: opacity > 0
+
+            Behavior on opacity { Spring { preset: Motion.island; epsilon: 0.01 } }
+        }
+
+        GlassFill {
+            anchors.fill: parent
+            topRadius: island.topRadius
+            bottomRadius: island.bottomRadius
+            dark: root.dark
+            opacity: root.glass ? 1 : 0
+            visible: opacity > 0.01
 
             Behavior on opacity { Spring { preset: Motion.island; epsilon: 0.01 } }
         }
@@ -109,6 +129,17 @@ Item {
                     anchors.fill: parent
                     shown: root.mode === Island.Alert
                     sourceComponent: AlertView { model: root.model }
+                }
+                // Built in the background soon after start and kept, so that the island opens
+                // without building its longest view first.
+                ModeContent {
+                    id: openContent
+
+                    anchors.fill: parent
+                    shown: root.open
+                    keep: true
+                    preload: root.warm
+                    sourceComponent: OpenView { model: root.model }
                 }
             }
         }

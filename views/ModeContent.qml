@@ -9,6 +9,8 @@ Item {
 
     property bool shown: false
     property bool keep: false
+    // Build it now, in the background, although it is not shown yet; implies `keep`.
+    property bool preload: false
     property alias sourceComponent: loader.sourceComponent
     readonly property alias item: loader.item
     property real presence: shown ? 1 : 0
@@ -16,6 +18,7 @@ Item {
 
     visible: presence > 0.01
     onShownChanged: if (shown) built = true
+    onPreloadChanged: if (preload) built = true
     Component.onCompleted: built = shown
 
     Behavior on presence { Spring { preset: Motion.island; epsilon: 0.005 } }
@@ -25,7 +28,8 @@ Item {
 
         width: root.width
         height: root.height
-        active: root.visible || (root.keep && root.built)
+        active: root.visible || (root.keep && root.built) || root.preload
+        asynchronous: !root.shown
         opacity: Math.min(root.presence, 1)
         y: 8 * (1 - root.presence)
         scale: 0.96 + 0.04 * Math.min(root.presence, 1)
