@@ -40,8 +40,9 @@ TestCase {
             { tag: "peek", mode: "peek", width: 385, height: 62, points: [
                 [6, 6, 6, 0], [6, 46], [22, 62, 6, 62], [363, 62], [379, 46, 379, 62], [379, 6],
                 [385, 0, 379, 0]] },
-            { tag: "open", mode: "open", width: 645, height: 120, points: [
-                [10, 10, 10, 0], [10, 96], [34, 120, 10, 120], [611, 120], [635, 96, 635, 120],
+            // The open island is as tall as its content, h; its radii are 10 and 24.
+            { tag: "open", mode: "open", width: 645, points: h => [
+                [10, 10, 10, 0], [10, h - 24], [34, h, 10, h], [611, h], [635, h - 24, 635, h],
                 [635, 10], [645, 0, 635, 0]] },
             { tag: "alert", mode: "alert", width: 445, height: 86, points: [
                 [6, 6, 6, 0], [6, 70], [22, 86, 6, 86], [423, 86], [439, 70, 439, 86], [439, 6],
@@ -57,16 +58,20 @@ TestCase {
             rig.advance(100)
         } else if (data.mode === "open") {
             rig.model.open(false)
+            // The open view measures itself once it is built.
+            tryVerify(() => view.openView && rig.model.openHeight > 100)
         } else if (data.mode === "alert") {
             rig.addTask("now", "today", 9 * 60)
             rig.advance(0)
         }
-        compare(rig.model.islandSize, Qt.size(data.width, data.height))
+        const height = data.height || rig.model.islandSize.height
+        compare(rig.model.islandSize, Qt.size(data.width, height))
         settled(view)
+        const points = typeof data.points === "function" ? data.points(height) : data.points
         const elements = view.body.outline.pathElements
-        compare(elements.length, data.points.length)
+        compare(elements.length, points.length)
         for (let i = 0; i < elements.length; ++i) {
-            const expected = data.points[i]
+            const expected = points[i]
             fuzzyCompare(elements[i].x, expected[0], 0.3, "x of point " + i)
             fuzzyCompare(elements[i].y, expected[1], 0.3, "y of point " + i)
             if (expected.length === 4) {
