@@ -65,8 +65,11 @@ std::optional<EntryKeys> readEntry(const QString& path) {
     return keys;
 }
 
-// Undoes the escapes of a string value in an entry file.
+// Undoes the escapes of a string value in an entry file: \s, \n, \t and \r stand for a blank, a
+// line feed, a tab and a carriage return; any other escaped character stands for itself.
 QString unescapeString(const QString& value) {
+    const QString codes = u"sntr"_s;
+    const QString characters = u" \n\t\r"_s;
     QString text;
     for (qsizetype i = 0; i < value.size(); ++i) {
         if (value[i] != u'\\' || i + 1 == value.size()) {
@@ -74,22 +77,8 @@ QString unescapeString(const QString& value) {
             continue;
         }
         const QChar escaped = value[++i];
-        switch (escaped.unicode()) {
-        case u's':
-            text += u' ';
-            break;
-        case u'n':
-            text += u'\n';
-            break;
-        case u't':
-            text += u'\t';
-            break;
-        case u'r':
-            text += u'\r';
-            break;
-        default:
-            text += escaped;
-        }
+        const qsizetype code = codes.indexOf(escaped);
+        text += code < 0 ? escaped : characters[code];
     }
     return text;
 }
