@@ -3,7 +3,9 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
+#include <QStandardPaths>
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
@@ -28,8 +30,19 @@ bool isReserved(QChar c) {
     return u" \t\n\"'\\><~|&;$*?#()`"_s.contains(c);
 }
 
-// Whether the entry's [Desktop Entry] group says Hidden=true, which means the entry is deleted.
-bool isHidden(QFile& file) {
+// The keys of an entry's [Desktop Entry] group that Kelo reads.
+struct EntryKeys {
+    // Hidden=true means the entry is deleted.
+    bool hidden = false;
+    std::optional<QString> exec;
+};
+
+std::optional<EntryKeys> readEntry(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        return std::nullopt;
+    }
+    EntryKeys keys;
     bool inMainGroup = false;
     while (!file.atEnd()) {
         const QString line = QString::fromUtf8(file.readLine()).trimmed();
@@ -38,12 +51,44 @@ bool isHidden(QFile& file) {
             continue;
         }
         const qsizetype equals = line.indexOf(u'=');
-        if (inMainGroup && equals > 0 && line.first(equals).trimmed() == "Hidden"_L1 &&
-            line.sliced(equals + 1).trimmed() == "true"_L1) {
-            return true;
+        if (!inMainGroup || equals <= 0) {
+            continue;
+        }
+        const QString key = line.first(equals).trimmed();
+        const QString value = line.sliced(equals + 1).trimmed();
+        if (key == "Hidden"_L1) {
+            keys.hidden = keys.hidden || value == "true"_L1;
+        } else if (key == "Exec"_L1) {
+            keys.exec = value;
         }
     }
-    return false;
+    return keys;
+}
+
+// Undoes the escapes of a string value in an entry file: \s, \n, \t and \r stand for a blank, a
+// line feed, a tab and a carriage return; any other escaped character stands for itself.
+QString unescapeString(const QString& value) {
+    const QString codes = u"sntr"_s;
+    const QString characters = u" \n\t\r"_s;
+    QString text;
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        if (value[i] != u'\\' || i + 1 == value.size()) {
+            text += value[i];
+            continue;
+        }
+        const QChar escaped = value[++i];
+        const qsizetype code = codes.indexOf(escaped);
+        text += code < 0 ? escaped : characters[code];
+    }
+    return text;
+}
+
+bool isRunnable(const QString& program) {
+    if (!QDir::isAbsolutePath(program)) {
+        return !QStandardPaths::findExecutable(program).isEmpty();
+    }
+    const QFileInfo file(program);
+    return file.isFile() && file.isExecutable();
 }
 
 } // namespace
@@ -62,11 +107,8 @@ QString LaunchAtLogin::entryPath() const {
 }
 
 bool LaunchAtLogin::isEnabled() const {
-    QFile file(entryPath());
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        return false;
-    }
-    return !isHidden(file);
+    const auto entry = readEntry(entryPath());
+    return entry && !entry->hidden;
 }
 
 void LaunchAtLogin::setEnabled(bool on) {
@@ -103,6 +145,41 @@ QString LaunchAtLogin::execValue(const QString& program) {
     return argument;
 }
 
+std::optional<QString> LaunchAtLogin::execProgram(const QString& exec) {
+    const QString command = unescapeString(exec).trimmed();
+    QString program;
+    if (command.startsWith(u'"')) {
+        qsizetype i = 1;
+        for (; i < command.size() && command[i] != u'"'; ++i) {
+            if (command[i] == u'\\' && i + 1 < command.size()) {
+                ++i;
+            }
+            program += command[i];
+        }
+        if (i == command.size()) {
+            return std::nullopt;
+        }
+    } else {
+        program = command.section(u' ', 0, 0);
+    }
+    program.replace(u"%%"_s, u"%"_s);
+    if (program.isEmpty()) {
+        return std::nullopt;
+    }
+    return program;
+}
+
+void LaunchAtLogin::refreshStaleEntry() {
+    const auto entry = readEntry(entryPath());
+    if (!entry || entry->hidden) {
+        return;
+    }
+    const auto program = entry->exec ? execProgram(*entry->exec) : std::nullopt;
+    if (!program || !isRunnable(*program)) {
+        registerEntry();
+    }
+}
+
 void LaunchAtLogin::registerEntry() {
     std::error_code error;
     const std::filesystem::path folder = folder_.toStdString();
@@ -123,6 +200,7 @@ void LaunchAtLogin::registerEntry() {
                           u"Exec="_s %
                           execValue(program_) %
                           u"\n"
+                          u"Icon=kelo\n"
                           u"Terminal=false\n"
                           u"X-GNOME-Autostart-enabled=true\n"_s;
     file.write(entry.toUtf8());

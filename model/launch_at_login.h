@@ -34,11 +34,19 @@ public:
     // failure is logged as one line and leaves things as they were; callers re-read `enabled`.
     void setEnabled(bool on);
 
+    // An entry that is on but whose program no longer exists (Kelo moved from a build folder to
+    // the package, say) is rewritten to start the running program, so that the user's choice
+    // keeps working. Any other entry is left as it is; a failure is logged as one line.
+    void refreshStaleEntry();
+
     [[nodiscard]] QString entryPath() const;
 
     // The Exec= value that runs the program: quoted and escaped by the rules of desktop entry
     // files when the path holds reserved characters.
     [[nodiscard]] static QString execValue(const QString& program);
+    // The program an Exec= value starts: its first argument with the escapes undone; none when
+    // the value is empty or its quoting is broken.
+    [[nodiscard]] static std::optional<QString> execProgram(const QString& exec);
 
 Q_SIGNALS:
     // The state changed through setEnabled; changes made outside Kelo are seen only on reading.

@@ -3,6 +3,7 @@
 #include "device_notch.h"
 #include "island_model.h"
 #include "island_panel.h"
+#include "launch_at_login.h"
 #include "screen_placement.h"
 #include "todo_store.h"
 
@@ -28,6 +29,10 @@ void AppDelegate::launchFinished() {
     connect(&clock_, &QTimer::timeout, model_.get(), &IslandModel::tick);
     clock_.start();
     model_->tick();
+
+    // A login item left pointing at a program that is gone (a deleted build folder, say) starts
+    // this Kelo from now on.
+    LaunchAtLogin().refreshStaleEntry();
 
     // The self-check and snapshot runs start here, after the first tick, so that they find a
     // complete application to drive.

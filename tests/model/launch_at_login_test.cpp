@@ -1,5 +1,6 @@
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 #include <launch_at_login.h>
@@ -37,6 +38,9 @@ private Q_SLOTS:
         QTemporaryDir home;
         Item login(home.filePath(u"config/autostart"_s));
         QVERIFY(!login.item.isEnabled());
+        // Refreshing never registers.
+        login.item.refreshStaleEntry();
+        QVERIFY(!QFile::exists(login.item.entryPath()));
         login.item.setEnabled(true);
         QVERIFY(login.item.isEnabled());
         QFile entry(home.filePath(u"config/autostart/kelo.desktop"_s));
@@ -77,6 +81,59 @@ private Q_SLOTS:
         QVERIFY(!login.item.isEnabled());
     }
 
+    void refreshStaleEntry_data() {
+        // `program` lies in a scratch folder and exists when `present`; @exec@ in `entry` stands
+        // for its Exec= value.
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<bool>("present");
+        QTest::addColumn<QByteArray>("entry");
+        QTest::addColumn<bool>("refreshed");
+        const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=@exec@\n";
+        QTest::newRow("program moved away") << u"build/shell/kelo"_s << false << plain << true;
+        QTest::newRow("program in place") << u"bin/kelo"_s << true << plain << false;
+        QTest::newRow("odd name in place")
+            << u"My $Apps \"1\"/100% kelo"_s << true << plain << false;
+        QTest::newRow("with an argument")
+            << u"bin/kelo"_s << true << QByteArray("[Desktop Entry]\nExec=@exec@ --x\n") << false;
+        QTest::newRow("a folder, not a program") << u"autostart"_s << false << plain << true;
+        QTest::newRow("switched off")
+            << u"gone/kelo"_s << false << QByteArray("[Desktop Entry]\nExec=@exec@\nHidden=true\n")
+            << false;
+        QTest::newRow("found on the PATH")
+            << QString() << false << QByteArray("[Desktop Entry]\nExec=sh -c true\n") << false;
+        QTest::newRow("no Exec") << QString() << false << QByteArray("[Desktop Entry]\n") << true;
+        QTest::newRow("broken quoting")
+            << QString() << false << QByteArray("[Desktop Entry]\nExec=\"/bin/sh\n") << true;
+    }
+
+    void refreshStaleEntry() {
+        QFETCH(QString, program);
+        QFETCH(bool, present);
+        QFETCH(QByteArray, entry);
+        QFETCH(bool, refreshed);
+        QTemporaryDir home;
+        const QString path = home.filePath(program);
+        if (present) {
+            QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+            QVERIFY(writeFile(path, "#!/bin/sh\n"));
+            QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner));
+        }
+        Item login(home.filePath(u"autostart"_s));
+        QVERIFY(QDir().mkpath(home.filePath(u"autostart"_s)));
+        const QByteArray before = entry.replace("@exec@", LaunchAtLogin::execValue(path).toUtf8());
+        QVERIFY(writeFile(login.item.entryPath(), before));
+
+        login.item.refreshStaleEntry();
+        QFile file(login.item.entryPath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray after = file.readAll();
+        QCOMPARE(after.contains("\nExec=/opt/kelo/bin/kelo\n"), refreshed);
+        if (!refreshed) {
+            QCOMPARE(after, before);
+        }
+        QVERIFY(login.log.empty());
+    }
+
     void execValue_data() {
         QTest::addColumn<QString>("program");
         QTest::addColumn<QString>("exec");
@@ -86,11 +143,16 @@ private Q_SLOTS:
             << u"/opt/a$b\"c/kelo"_s << u"\"/opt/a\\\\$b\\\\\"c/kelo\""_s;
         QTest::newRow("backslash") << u"/opt/a\\b/kelo"_s << u"\"/opt/a\\\\\\\\b/kelo\""_s;
         QTest::newRow("per cent") << u"/opt/100%/kelo"_s << u"/opt/100%%/kelo"_s;
+        QTest::newRow("tab") << u"/opt/a\tb/kelo"_s << u"\"/opt/a\\tb/kelo\""_s;
     }
 
+    // Both ways: the value written for a program, and the program read back from it.
     void execValue() {
         QFETCH(QString, program);
-        QTEST(LaunchAtLogin::execValue(program), "exec");
+        QFETCH(QString, exec);
+        QCOMPARE(LaunchAtLogin::execValue(program), exec);
+        QCOMPARE(LaunchAtLogin::execProgram(exec), program);
+        QCOMPARE(LaunchAtLogin::execProgram(exec % u" --an-argument"_s), program);
     }
 };
 
