@@ -102,6 +102,7 @@ Column {
     WhenChips {
         id: chips
 
+        objectName: "whenChips"
         x: 12
         visible: opacity > 0.01
         opacity: root.typing ? 1 : 0

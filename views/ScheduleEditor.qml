@@ -41,6 +41,7 @@ Rectangle {
         spacing: 8
 
         WhenChips {
+            objectName: "whenChips"
             model: root.island
             hasDay: root.task.hasDay
             day: root.task.day

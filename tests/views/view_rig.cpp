@@ -1,5 +1,8 @@
 #include "view_rig.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTest>
 #include <qml_values.h>
 
 namespace kelo::testing {
@@ -44,6 +47,12 @@ QVariant ViewRig::task(const QString& id) const {
     const auto uuid = idFrom(id);
     const auto found = uuid ? rig_->task(*uuid) : std::nullopt;
     return found ? QVariant::fromValue(taskValue(*found)) : QVariant();
+}
+
+void ViewRig::blockAutostart() {
+    QDir(rig_->autostartFolder()).removeRecursively();
+    QFile file(rig_->autostartFolder());
+    QVERIFY(file.open(QIODevice::WriteOnly));
 }
 
 void ViewRig::advance(int milliseconds) {

@@ -37,7 +37,8 @@ public:
     Q_INVOKABLE QVariant task(const QString& id) const;
     // Lets time pass, running the model's delayed work that falls due, and ticks.
     Q_INVOKABLE void advance(int milliseconds);
-    Q_INVOKABLE QString autostartFolder() const { return rig_->autostartFolder(); }
+    // Makes registering the login item fail: a file stands where its folder would be.
+    Q_INVOKABLE void blockAutostart();
 
 Q_SIGNALS:
     void modelChanged();
