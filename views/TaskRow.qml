@@ -148,38 +148,59 @@ Column {
                 }
             }
 
-            Row {
-                spacing: 2
-                visible: root.hovered && !root.editing
+            // The meta text, and in its place under the pointer the row's buttons. Both stay
+            // laid out, so a click that arrives with the pointer finds the buttons where they
+            // are drawn.
+            Item {
+                readonly property bool actionsShown: root.hovered && !root.editing
 
-                IconButton {
-                    visible: root.canMoveToToday
-                    icon: "sun.max"
-                    help: "Move to Today"
-                    onClicked: root.move(root.island.todayKey)
-                }
-                IconButton {
-                    icon: "calendar.badge.clock"
-                    help: "Schedule"
-                    onClicked: root.island.toggleScheduling(root.task.id)
-                }
-                IconButton {
-                    icon: "trash"
-                    help: "Delete"
-                    tint: IslandPalette.keloRed
-                    onClicked: root.island.deleteTask(root.task.id)
-                }
-            }
+                Layout.preferredWidth: Math.max(actions.implicitWidth, meta.implicitWidth)
+                Layout.fillHeight: true
 
-            Text {
-                visible: !(root.hovered && !root.editing) && root.meta !== Island.None
-                         && root.text !== ""
-                text: root.text
-                font.family: Fonts.rounded
-                font.pixelSize: 11
-                font.bold: true
-                color: root.meta === Island.Day ? IslandPalette.keloRed
-                       : root.task.done ? IslandPalette.inkAt(0.3) : IslandPalette.keloOrange
+                Row {
+                    id: actions
+
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    spacing: 2
+                    opacity: parent.actionsShown ? 1 : 0
+                    enabled: parent.actionsShown
+                    visible: opacity > 0
+
+                    Behavior on opacity { NumberAnimation { duration: 120 } }
+
+                    IconButton {
+                        visible: root.canMoveToToday
+                        icon: "sun.max"
+                        help: "Move to Today"
+                        onClicked: root.move(root.island.todayKey)
+                    }
+                    IconButton {
+                        icon: "calendar.badge.clock"
+                        help: "Schedule"
+                        onClicked: root.island.toggleScheduling(root.task.id)
+                    }
+                    IconButton {
+                        icon: "trash"
+                        help: "Delete"
+                        tint: IslandPalette.keloRed
+                        onClicked: root.island.deleteTask(root.task.id)
+                    }
+                }
+
+                Text {
+                    id: meta
+
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    visible: !parent.actionsShown && root.meta !== Island.None
+                    text: root.text
+                    font.family: Fonts.rounded
+                    font.pixelSize: 11
+                    font.bold: true
+                    color: root.meta === Island.Day ? IslandPalette.keloRed
+                           : root.task.done ? IslandPalette.inkAt(0.3) : IslandPalette.keloOrange
+                }
             }
         }
     }

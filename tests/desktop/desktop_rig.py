@@ -26,8 +26,8 @@ NOTCH_WIDTH, NOTCH_HEIGHT = 185, 24
 CLOSED = (NOTCH_WIDTH + 12, NOTCH_HEIGHT)
 CLOSED_WITH_TASKS = (NOTCH_WIDTH + 100, NOTCH_HEIGHT)
 PEEK = (NOTCH_WIDTH + 200, NOTCH_HEIGHT + 30)
-# The open island at the model's first open height (120), with the shadow's 60 x 40.
-OPEN = (NOTCH_WIDTH + 460 + 60, 120 + 40)
+# The open island with the shadow's 60 x 40; it is as tall as its content.
+OPEN_WIDTH = NOTCH_WIDTH + 460 + 60
 ALERT = (max(NOTCH_WIDTH + 260, 440), NOTCH_HEIGHT + 54)
 
 # Bounds for waiting on something that is expected to happen.
@@ -216,6 +216,11 @@ class Desktop:
 
     def size(self, window):
         return self.geometry(window)[2:]
+
+    def wait_until_open(self, window, bound=SOON):
+        """The open window's size, once it is as wide as the open island; None if it never is."""
+        opened = wait_until(lambda: self.size(window)[0] == OPEN_WIDTH, bound)
+        return self.size(window) if opened else None
 
     def wait_for_size(self, window, size, bound=SOON):
         """The window's size once it is `size`, or the size it still has after the bound."""

@@ -1,0 +1,111 @@
+"""The open island on a real X server, used as a person would: the hot key, typing, the tabs'
+keys, the rows' circles and buttons, the toast's Undo, and an island as tall as its list."""
+
+import datetime
+import json
+import time
+import unittest
+
+from desktop_rig import (NOTCH_HEIGHT, SCREEN_WIDTH, SETTLE, DesktopTestCase, task, today_utc,
+                         wait_until)
+
+# Where the open island's parts are, from its top left corner: 20 points of padding, the header
+# as high as the notch, then 10 apart the add field (36 high) and the list.
+PADDING = 20
+LIST_TOP = NOTCH_HEIGHT + 10 + 36 + 10
+ROW = 30
+ISLAND_WIDTH = 185 + 460
+
+
+class OpenIslandTest(DesktopTestCase):
+
+    def setUp(self):
+        super().setUp()
+        _, window = self.desktop.start_helper("window")
+        self.assertTrue(self.desktop.activate(int(window)))
+
+    def open(self, tasks=()):
+        self.data = self.desktop.write_data("todos.json", list(tasks))
+        self.island = self.desktop.start_kelo(self.data).window()
+        self.desktop.key("ctrl+alt+t")
+        self.assertIsNotNone(self.desktop.wait_until_open(self.island), "the island did not open")
+        self.assertTrue(wait_until(lambda: self.desktop.active_window() == self.island))
+        time.sleep(SETTLE)
+
+    def tasks(self):
+        with open(self.data, encoding="utf-8") as f:
+            return json.load(f)
+
+    def wait_for_tasks(self, probe):
+        self.assertTrue(wait_until(lambda: probe(self.tasks())), self.tasks())
+
+    def click(self, x, y):
+        """Points at x, y from the island's top left corner, as a person would, then clicks."""
+        left = (SCREEN_WIDTH - ISLAND_WIDTH) // 2
+        self.desktop.move_pointer(left + x, y)
+        time.sleep(0.3)
+        self.desktop.run(["xdotool", "click", "1"])
+
+    def settled_height(self):
+        """The open window's height once it has stopped changing."""
+        heights = [None, None]
+
+        def still():
+            heights.append(self.desktop.size(self.island)[1])
+            return heights[-1] == heights[-2] == heights[-3]
+        wait_until(still, step=0.3)
+        return heights[-1]
+
+    def test_typing_a_line_and_return_adds_the_task_today(self):
+        self.open()
+        self.desktop.run(["xdotool", "type", "--delay", "40", "groceries 5pm"])
+        self.desktop.key("Return")
+        self.wait_for_tasks(lambda tasks: len(tasks) == 1)
+        added = self.tasks()[0]
+        self.assertEqual((added["title"], added["day"], added["minute"]),
+                         ("groceries", today_utc(), 1020))
+
+    def test_ctrl_2_shows_upcoming_whose_tasks_are_for_tomorrow(self):
+        self.open()
+        self.desktop.key("ctrl+2")
+        self.desktop.run(["xdotool", "type", "--delay", "40", "dentist"])
+        self.desktop.key("Return")
+        tomorrow = (datetime.datetime.now(datetime.timezone.utc).date() +
+                    datetime.timedelta(days=1)).isoformat()
+        self.wait_for_tasks(lambda tasks: len(tasks) == 1 and tasks[0].get("day") == tomorrow)
+
+    def test_a_click_on_a_circle_completes_the_task(self):
+        self.open([task("learn Rust")])
+        self.desktop.key("ctrl+3")
+        time.sleep(SETTLE)
+        self.click(PADDING + 10 + 9, LIST_TOP + ROW // 2)
+        self.wait_for_tasks(lambda tasks: "doneAt" in tasks[0])
+
+    def test_delete_then_undo_brings_the_task_back(self):
+        original = task("learn Rust")
+        self.open([original])
+        self.desktop.key("ctrl+3")
+        time.sleep(SETTLE)
+        # The row's buttons show under the pointer; Delete is the last.
+        self.click(ISLAND_WIDTH - PADDING - 10 - 12, LIST_TOP + ROW // 2)
+        self.wait_for_tasks(lambda tasks: tasks == [])
+        # The toast is the last thing in the island: Undo at its right end.
+        island_height = self.settled_height() - 40
+        self.click(ISLAND_WIDTH - PADDING - 12 - 14, island_height - 14 - 15)
+        self.wait_for_tasks(lambda tasks: tasks == [original])
+
+    def test_the_island_is_as_tall_as_its_list_up_to_the_limit(self):
+        heights = []
+        for count in (3, 6, 30):
+            self.open([task("idea %d" % n) for n in range(count)])
+            self.desktop.key("ctrl+3")
+            heights.append(self.settled_height())
+            self.desktop.close()
+            self.setUp()
+        # Three more rows of 30 with 2 between; then at most 330 of list, and the shadow's 40.
+        self.assertEqual(heights[1] - heights[0], 3 * (ROW + 2))
+        self.assertEqual(heights[2], LIST_TOP + 330 + 14 + 40)
+
+
+if __name__ == "__main__":
+    unittest.main()
