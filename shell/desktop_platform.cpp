@@ -4,7 +4,6 @@
 #include "x11.h"
 
 #include <QGuiApplication>
-#include <QQuickItem>
 
 namespace kelo::shell {
 
@@ -56,8 +55,7 @@ void DesktopPlatform::makePanelKey() {
     if (!panel_) {
         return;
     }
-    panel_->raise();
-    panel_->requestActivate();
+    panel_->takeKeyboard();
     // Qt asks as the application, with the time of the last event Qt saw; the hot key's press is
     // not among those, so a window manager that prevents focus stealing may refuse. A pager's
     // request is honoured.
@@ -71,14 +69,9 @@ bool DesktopPlatform::isPanelKey() const {
 }
 
 void DesktopPlatform::releaseKeyboard() {
-    if (!panel_ || !panel_->isVisible()) {
-        return;
+    if (panel_) {
+        panel_->releaseKeyboard();
     }
-    if (QQuickItem* focused = panel_->activeFocusItem()) {
-        focused->setFocus(false);
-    }
-    panel_->hide();
-    panel_->showWithoutActivating();
 }
 
 void DesktopPlatform::playReminderSound() {
