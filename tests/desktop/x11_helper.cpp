@@ -7,9 +7,6 @@
 //                           window; prints its id, then one line "button <x> <y>" (screen
 //                           coordinates) for every click it receives
 // Each runs until it is killed. Probes:
-//   x11_helper pixel <window> <x> <y>
-//                           prints the window's own pixel as "<alpha> <red> <green> <blue>"
-//                           (a depth-32 window keeps its alpha; the screen would show black)
 //   x11_helper shape <window>
 //                           prints "bounding <x> <y> <w> <h>" and "input <x> <y> <w> <h>": the
 //                           extents of the window's shape regions, in its own coordinates
@@ -136,19 +133,6 @@ bool isBlack(xcb_connection_t* xcb, xcb_window_t root, std::int16_t x, std::int1
     }
     const std::uint8_t* pixel = xcb_get_image_data(reply.get());
     return pixel[0] == 0 && pixel[1] == 0 && pixel[2] == 0;
-}
-
-int pixel(xcb_connection_t* xcb, xcb_window_t window, std::int16_t x, std::int16_t y) {
-    const auto cookie = xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, window, x, y, 1, 1, ~0U);
-    std::unique_ptr<xcb_get_image_reply_t, decltype(&std::free)> reply(
-        xcb_get_image_reply(xcb, cookie, nullptr), &std::free);
-    if (!reply || reply->depth != 32 || xcb_get_image_data_length(reply.get()) < 4) {
-        std::fprintf(stderr, "x11_helper: no 32-bit pixel there\n");
-        return 1;
-    }
-    const std::uint8_t* bgra = xcb_get_image_data(reply.get());
-    std::printf("%u %u %u %u\n", bgra[3], bgra[2], bgra[1], bgra[0]);
-    return 0;
 }
 
 int backdrop(xcb_connection_t* xcb, const xcb_screen_t* screen) {
@@ -312,17 +296,12 @@ int main(int argc, char** argv) {
     if (mode == "above" && argc > 3) {
         return above(xcb, screen, windowId(argv[2]), windowId(argv[3]));
     }
-    if (mode == "pixel" && argc > 4) {
-        return pixel(xcb, static_cast<xcb_window_t>(std::strtoul(argv[2], nullptr, 10)),
-                     static_cast<std::int16_t>(std::atoi(argv[3])),
-                     static_cast<std::int16_t>(std::atoi(argv[4])));
-    }
     if (mode == "first-frame" && argc > 4) {
         return firstFrame(xcb, screen, static_cast<std::int16_t>(std::atoi(argv[2])),
                           static_cast<std::int16_t>(std::atoi(argv[3])), argv + 4);
     }
     std::fprintf(stderr, "usage: x11_helper window | grab | panel <height> | backdrop | "
                          "shape <window> | compositor | above <a> <b> | "
-                         "pixel <window> <x> <y> | first-frame <x> <y> <program>...\n");
+                         "first-frame <x> <y> <program>...\n");
     return 2;
 }
