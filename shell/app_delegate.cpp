@@ -1,6 +1,7 @@
 #include "app_delegate.h"
 
 #include "device_notch.h"
+#include "island_bus.h"
 #include "island_model.h"
 #include "island_panel.h"
 #include "launch_at_login.h"
@@ -10,7 +11,8 @@
 namespace kelo::shell {
 
 AppDelegate::AppDelegate(const std::filesystem::path& dataFile)
-    : model_(std::make_unique<IslandModel>(std::make_unique<TodoStore>(dataFile))) {
+    : model_(std::make_unique<IslandModel>(std::make_unique<TodoStore>(dataFile)))
+    , bus_(std::make_unique<IslandBus>(*model_, dataFile)) {
     model_->setPlatform(&platform_);
 }
 
@@ -24,6 +26,7 @@ void AppDelegate::launchFinished() {
     hotKey_ = makeHotKey();
     connect(hotKey_.get(), &HotKey::activated, model_.get(), &IslandModel::hotKey);
     hotKey_->registerCtrlAltT();
+    bus_->publish();
 
     clock_.setInterval(clockInterval);
     connect(&clock_, &QTimer::timeout, model_.get(), &IslandModel::tick);

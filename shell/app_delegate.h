@@ -14,6 +14,7 @@ class IslandModel;
 
 namespace kelo::shell {
 
+class IslandBus;
 class IslandPanel;
 
 // Owns Kelo's long-lived parts and starts them in the order the rest of Kelo relies on: data
@@ -29,8 +30,8 @@ public:
     explicit AppDelegate(const std::filesystem::path& dataFile);
     ~AppDelegate() override;
 
-    // Shows the island over the notch, registers Ctrl+Alt+T, starts the clock and ticks once, so
-    // that a task due at launch alerts at once.
+    // Shows the island over the notch, registers Ctrl+Alt+T, takes the data file's name on the
+    // session bus, starts the clock and ticks once, so that a task due at launch alerts at once.
     void launchFinished();
 
 private:
@@ -39,6 +40,7 @@ private:
     std::unique_ptr<IslandModel> model_;
     std::unique_ptr<IslandPanel> panel_;
     std::unique_ptr<HotKey> hotKey_;
+    std::unique_ptr<IslandBus> bus_;
     QTimer clock_;
 };
 

@@ -8,7 +8,6 @@
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QQuickItem>
 #include <QUrl>
 #include <system_log.h>
 
@@ -64,8 +63,7 @@ void DesktopPlatform::makePanelKey() {
     if (!panel_) {
         return;
     }
-    panel_->raise();
-    panel_->requestActivate();
+    panel_->takeKeyboard();
     // Qt asks as the application, with the time of the last event Qt saw; the hot key's press is
     // not among those, so a window manager that prevents focus stealing may refuse. A pager's
     // request is honoured.
@@ -79,14 +77,9 @@ bool DesktopPlatform::isPanelKey() const {
 }
 
 void DesktopPlatform::releaseKeyboard() {
-    if (!panel_ || !panel_->isVisible()) {
-        return;
+    if (panel_) {
+        panel_->releaseKeyboard();
     }
-    if (QQuickItem* focused = panel_->activeFocusItem()) {
-        focused->setFocus(false);
-    }
-    panel_->hide();
-    panel_->showWithoutActivating();
 }
 
 void DesktopPlatform::revealFile(const QString& path) {

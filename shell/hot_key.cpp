@@ -20,9 +20,12 @@ bool isWaylandSession() {
 
 } // namespace
 
-std::unique_ptr<HotKey> makeHotKey(const QDBusConnection& bus) {
-    if (isWaylandSession() && PortalHotKey::isAvailable(bus)) {
-        return std::make_unique<PortalHotKey>(PortalHotKey::Options{.bus = bus});
+std::unique_ptr<HotKey> makeHotKey(const QDBusConnection& bus, const LogSink& log) {
+    if (isWaylandSession()) {
+        if (PortalHotKey::isAvailable(bus)) {
+            return std::make_unique<PortalHotKey>(PortalHotKey::Options{.bus = bus, .log = log});
+        }
+        log(wantingPortal);
     }
     return std::make_unique<GlobalHotKey>();
 }

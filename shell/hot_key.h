@@ -1,5 +1,7 @@
 #pragma once
 
+#include "system_log.h"
+
 #include <QDBusConnection>
 #include <QObject>
 #include <memory>
@@ -35,7 +37,18 @@ Q_SIGNALS:
 // there, and an X11 grab only hears keys while an X11 window has the keyboard. Everywhere else
 // the grab on the X11 root window. Asking the bus may block for a few seconds while the portal
 // starts.
+//
+// A Wayland session without the portal (GNOME up to 47) gets the grab too, for the keys typed
+// into X11 windows, and one log line (wantingPortal) that tells the user to bind a key to
+// `kelo --toggle` in the desktop's keyboard settings.
 [[nodiscard]] std::unique_ptr<HotKey>
-makeHotKey(const QDBusConnection& bus = QDBusConnection::sessionBus());
+makeHotKey(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+           const LogSink& log = systemLog);
+
+// The log line of a Wayland session without global shortcuts.
+inline constexpr std::string_view wantingPortal =
+    "Kelo: this Wayland session offers no global shortcuts, so Ctrl+Alt+T reaches Kelo only while "
+    "an X11 window has the keyboard. Bind a key to \"kelo --toggle\" in the desktop's keyboard "
+    "settings (GNOME: Settings, Keyboard, Custom Shortcuts).";
 
 } // namespace kelo::shell

@@ -1,49 +1,34 @@
 #include "island_frame.h"
 
-#include "island_geometry.h"
-
-#include <QQuickItem>
-#include <QWindow>
-
 namespace kelo::shell {
 
-IslandFrame::IslandFrame(QWindow& window, QQuickItem& host)
-    : QObject(&window)
-    , window_(&window)
-    , host_(&host) {
+IslandFrame::IslandFrame(std::function<void(const IslandRegions&)> write, QObject* parent)
+    : QObject(parent)
+    , write_(std::move(write)) {
     shrink_.setSingleShot(true);
     shrink_.setInterval(shrinkDelay);
-    connect(&shrink_, &QTimer::timeout, this, [this] { resize(shrinkTarget_); });
+    connect(&shrink_, &QTimer::timeout, this, [this] { show(shrinkTarget_); });
 }
 
-void IslandFrame::setScreen(QScreen* screen) {
-    screen_ = screen;
-}
-
-void IslandFrame::apply(QSize target) {
-    if (!screen_ || !window_) {
-        return;
-    }
-    const QSize current = frame_;
+void IslandFrame::apply(const IslandRegions& target) {
     shrink_.stop();
-    resize(current.expandedTo(target));
-    if (target.width() >= current.width() && target.height() >= current.height()) {
-        return;
+    const IslandRegions grown{shown_.bounding + target.bounding, shown_.input + target.input};
+    show(grown);
+    if (grown != target) {
+        shrinkTarget_ = target;
+        shrink_.start();
     }
-    shrinkTarget_ = target;
-    shrink_.start();
 }
 
-void IslandFrame::resize(QSize size) {
-    if (!screen_ || !window_) {
-        return;
-    }
-    frame_ = size;
-    window_->setGeometry(frameOnScreen(screen_->geometry(), size));
-    if (host_) {
-        // Centred on the frame and hanging from its top edge; wider than the frame in every
-        // mode but open, so x is mostly negative.
-        host_->setPosition(QPointF((size.width() - host_->width()) / 2, 0));
+void IslandFrame::reset(const IslandRegions& target) {
+    shrink_.stop();
+    show(target);
+}
+
+void IslandFrame::show(const IslandRegions& regions) {
+    if (regions != shown_) {
+        shown_ = regions;
+        write_(shown_);
     }
 }
 

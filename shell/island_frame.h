@@ -1,43 +1,42 @@
 #pragma once
 
-#include <QObject>
-#include <QPointer>
-#include <QScreen>
-#include <QSize>
-#include <QTimer>
+#include "island_outline.h"
 
-class QQuickItem;
-class QWindow;
+#include <QObject>
+#include <QTimer>
+#include <chrono>
+#include <functional>
 
 namespace kelo::shell {
 
-// Keeps the window's frame at the size the island asks for. Growth is immediate, so the view's
-// growing animation is never clipped; shrinking waits half a second, so the view can animate
-// down inside the larger frame first. A new size within that half second cancels the pending
-// shrink and starts over from the frame as it then stands.
+// Keeps the island's shape at the regions its mode asks for. Growth is immediate, so the view's
+// growing animation is never cut off; shrinking waits half a second, so the view can animate
+// down inside the larger shape first. A new target within that half second cancels the pending
+// shrink and starts over from the shape as it then stands.
 class IslandFrame : public QObject {
     Q_OBJECT
 
 public:
     static constexpr std::chrono::milliseconds shrinkDelay{500};
 
-    IslandFrame(QWindow& window, QQuickItem& host);
+    // `write` puts regions on the window; it is called only when they change.
+    explicit IslandFrame(std::function<void(const IslandRegions&)> write,
+                         QObject* parent = nullptr);
 
-    // The screen to hang from; without one, apply() keeps the frame as it is.
-    void setScreen(QScreen* screen);
-    void apply(QSize target);
+    void apply(const IslandRegions& target);
+    // Takes the target at once, dropping a pending shrink: for a window that was just resized,
+    // where the regions shown so far no longer mean the same pixels.
+    void reset(const IslandRegions& target);
+
+    [[nodiscard]] const IslandRegions& shown() const { return shown_; }
 
 private:
-    void resize(QSize size);
+    void show(const IslandRegions& regions);
 
-    QPointer<QWindow> window_;
-    QPointer<QQuickItem> host_;
-    QPointer<QScreen> screen_;
-    // The size last asked for. The window's own size follows only when the window system has
-    // confirmed it, which is too late for a change that comes right after.
-    QSize frame_;
+    std::function<void(const IslandRegions&)> write_;
+    IslandRegions shown_;
+    IslandRegions shrinkTarget_;
     QTimer shrink_;
-    QSize shrinkTarget_;
 };
 
 } // namespace kelo::shell

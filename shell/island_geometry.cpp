@@ -36,22 +36,12 @@ std::optional<NotchPlacement> placeNotch(const QList<ScreenFacts>& screens, qsiz
                           QSizeF(fallbackNotchWidth, std::max(topPanel, minimumNotchHeight))};
 }
 
-QSize frameSizeFor(QSizeF islandSize, bool open) {
-    const QSizeF target =
-        open ? islandSize + QSizeF(metrics::shadowMarginWidth, metrics::shadowMarginHeight)
-             : islandSize;
-    // A window cannot be empty; an island of no size still gets one pixel.
-    return QSize(std::max(1, static_cast<int>(std::ceil(target.width()))),
-                 std::max(1, static_cast<int>(std::ceil(target.height()))));
-}
-
-QRect frameOnScreen(const QRect& screen, QSize size) {
+QRect windowOnScreen(const QRect& screen, QSizeF notch) {
+    const QSizeF largest = metrics::largestIsland(notch);
+    const QSize size(static_cast<int>(std::ceil(largest.width())),
+                     static_cast<int>(std::ceil(largest.height())));
     return QRect(screen.x() + (screen.width() - size.width()) / 2, screen.y(), size.width(),
                  size.height());
-}
-
-QSizeF hostSizeFor(QSizeF notch) {
-    return metrics::largestIsland(notch);
 }
 
 } // namespace kelo::shell

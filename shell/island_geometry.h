@@ -36,15 +36,10 @@ inline constexpr qreal minimumNotchHeight = 24;
 [[nodiscard]] std::optional<NotchPlacement>
 placeNotch(const QList<ScreenFacts>& screens, qsizetype primary, std::optional<int> notchPixels);
 
-// The window's size for an island of `islandSize`: whole pixels that cover the island, with room
-// for the open island's shadow.
-[[nodiscard]] QSize frameSizeFor(QSizeF islandSize, bool open);
-
-// Hanging from the top edge of the screen, centred on it (the notch is centred on the screen).
-[[nodiscard]] QRect frameOnScreen(const QRect& screen, QSize size);
-
-// The island's view is laid out once for the largest island, so that changing modes never
-// relayouts it; the window shows the part that its frame covers.
-[[nodiscard]] QSizeF hostSizeFor(QSizeF notch);
+// The island's window: as large as the largest island there can be for the notch, in whole
+// pixels, hanging from the top edge of the screen and centred on it (the notch is centred on the
+// screen). The window keeps this place while the island changes; the island shows only where
+// its shape lets it.
+[[nodiscard]] QRect windowOnScreen(const QRect& screen, QSizeF notch);
 
 } // namespace kelo::shell

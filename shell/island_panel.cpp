@@ -7,6 +7,7 @@
 #include "island_window.h"
 #include "screen_placement.h"
 #include "system_log.h"
+#include "x11_shape.h"
 
 #include <QQmlComponent>
 #include <QQuickItem>
@@ -50,16 +51,27 @@ IslandPanel::IslandPanel(IslandModel& model, std::unique_ptr<ScreenPlacement> pl
     , window_(std::make_unique<IslandWindow>(model))
     , placement_(std::move(placement)) {
     host_ = createIslandView(engine_, model, *window_);
-    frame_ = new IslandFrame(*window_, *host_);
+    frame_ = new IslandFrame(
+        [window = QPointer<IslandWindow>(window_.get())](const IslandRegions& regions) {
+            if (window) {
+                shell::applyShape(*window, regions);
+            }
+        },
+        this);
     new HoverTracker(*window_, model);
 
     follow_.setSingleShot(true);
     follow_.setInterval(0);
-    connect(&follow_, &QTimer::timeout, this, &IslandPanel::applyFrame);
-    connect(&model, &IslandModel::islandSizeChanged, &follow_, qOverload<>(&QTimer::start));
-    connect(&model, &IslandModel::modeChanged, &follow_, qOverload<>(&QTimer::start));
+    connect(&follow_, &QTimer::timeout, this, &IslandPanel::applyShape);
+    for (const auto change : {&IslandModel::islandSizeChanged, &IslandModel::modeChanged,
+                              &IslandModel::themeChanged, &IslandModel::glassMaterialChanged}) {
+        connect(&model, change, &follow_, qOverload<>(&QTimer::start));
+    }
+    connect(&compositor_, &CompositorWatch::runningChanged, &model, &IslandModel::setGlassMaterial);
+    connect(&compositor_, &CompositorWatch::runningChanged, &follow_, qOverload<>(&QTimer::start));
     connect(placement_.get(), &ScreenPlacement::screensChanged, this, &IslandPanel::placeOnScreen);
 
+    model.setGlassMaterial(compositor_.running());
     placeOnScreen();
     window_->showWithoutActivating();
 }
@@ -69,22 +81,46 @@ IslandPanel::~IslandPanel() = default;
 void IslandPanel::placeOnScreen() {
     placement_->measure();
     QScreen* screen = placement_->screen();
-    frame_->setScreen(screen);
     if (!screen || !model_) {
         return;
     }
     model_->setNotch(placement_->notch());
-    host_->setSize(hostSizeFor(placement_->notch()));
     if (window_->screen() != screen) {
         window_->setScreen(screen);
     }
-    applyFrame();
+    const QRect geometry = windowOnScreen(screen->geometry(), placement_->notch());
+    if (window_->geometry() == geometry) {
+        applyShape();
+        return;
+    }
+    window_->place(geometry);
+    // The view lays the island out at the top centre of the window, whatever the window's size.
+    host_->setSize(geometry.size());
+    frame_->reset(targetRegions());
 }
 
-void IslandPanel::applyFrame() {
-    if (model_) {
-        frame_->apply(frameSizeFor(model_->islandSize(), model_->mode().kind() == ModeKind::Open));
+void IslandPanel::applyShape() {
+    if (!model_) {
+        return;
     }
+    const IslandRegions target = targetRegions();
+    frame_->apply(target);
+    const bool glassShown = model_->theme() == IslandTheme::Glass && model_->glassMaterial() &&
+                            model_->mode().kind() != ModeKind::Closed;
+    const std::optional<QRegion> blur =
+        glassShown ? std::optional<QRegion>(target.input) : std::nullopt;
+    if (blur != blurred_) {
+        blurred_ = blur;
+        setBlurBehind(*window_, blur);
+    }
+}
+
+IslandRegions IslandPanel::targetRegions() const {
+    return islandRegions({.windowWidth = static_cast<qreal>(window_->width()),
+                          .island = model_->islandSize(),
+                          .mode = model_->mode().kind(),
+                          .composited = compositor_.running(),
+                          .devicePixelRatio = window_->devicePixelRatio()});
 }
 
 } // namespace kelo::shell

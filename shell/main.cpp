@@ -1,5 +1,6 @@
 #include "app_delegate.h"
 #include "data_file_lock.h"
+#include "remote_command.h"
 #include "startup.h"
 #include "system_log.h"
 
@@ -10,8 +11,11 @@
 
 int main(int argc, char** argv) {
     if (const auto answer = kelo::shell::answerCommandLine(argc, argv)) {
-        std::fputs(answer->text.c_str(), stdout);
+        std::fputs(answer->text.c_str(), answer->status == 0 ? stdout : stderr);
         return answer->status;
+    }
+    if (const auto request = kelo::shell::remoteRequest(argc, argv)) {
+        return kelo::shell::runRemote(*request, kelo::shell::chooseDataFile());
     }
 
     // Settled before anything reads the data file or opens a window, so that a second Kelo on

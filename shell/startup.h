@@ -12,9 +12,20 @@ struct CommandLineAnswer {
     int status = 0;
 };
 
-// The answer to "--help" or "--version" as the only argument; none otherwise, since a normal run
-// reads no arguments.
+// The answer to "--help" or "--version" as the only argument, or to "--add" without its line;
+// none otherwise.
 [[nodiscard]] std::optional<CommandLineAnswer> answerCommandLine(int argc, const char* const* argv);
+
+// A request for the Kelo that already runs with the data file: "kelo --toggle" opens or closes
+// its island, "kelo --add LINE" adds a task to it.
+struct RemoteRequest {
+    enum class Kind { toggle, add };
+    Kind kind = Kind::toggle;
+    std::string line;
+};
+
+// None when the arguments ask for something else; a normal run reads no arguments.
+[[nodiscard]] std::optional<RemoteRequest> remoteRequest(int argc, const char* const* argv);
 
 // KELO_DATA when it is set, even to an empty value, taken relative to the current folder; else
 // the store's default data file.

@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <cstdlib>
 #include <memory>
+#include <string>
+#include <unordered_map>
 
 namespace kelo::shell::x11 {
 namespace {
@@ -29,10 +31,26 @@ std::optional<Connection> connection() {
 }
 
 xcb_atom_t atom(const Connection& x, std::string_view name) {
+    // Atoms live as long as the X server, and Kelo has the one connection Qt opened: each name is
+    // asked for once, not on every key press or shape change.
+    static xcb_connection_t* internedOn = nullptr;
+    static std::unordered_map<std::string, xcb_atom_t> interned;
+    if (internedOn != x.xcb) {
+        interned.clear();
+        internedOn = x.xcb;
+    }
+    const std::string key(name);
+    if (const auto found = interned.find(key); found != interned.end()) {
+        return found->second;
+    }
     const auto cookie =
         xcb_intern_atom(x.xcb, 0, static_cast<std::uint16_t>(name.size()), name.data());
     const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x.xcb, cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    if (!reply) {
+        return XCB_ATOM_NONE;
+    }
+    interned.emplace(key, reply->atom);
+    return reply->atom;
 }
 
 xcb_window_t activeWindow(const Connection& x) {

@@ -18,6 +18,7 @@ struct Connection {
 // None when Qt runs on another platform (native Wayland, offscreen).
 [[nodiscard]] std::optional<Connection> connection();
 
+// The atom of `name`, interned once per connection; XCB_ATOM_NONE when the server did not answer.
 [[nodiscard]] xcb_atom_t atom(const Connection& x, std::string_view name);
 
 // The root's _NET_ACTIVE_WINDOW: the window that has the keyboard; XCB_NONE when none is set.

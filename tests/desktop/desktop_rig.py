@@ -1,6 +1,8 @@
-"""A private X desktop for one desktop test: Xvfb and openbox on a free display, and Kelo run in
-scratch folders, driven with xdotool and measured with xwininfo and xprop.
+"""A private X desktop for one desktop test: Xvfb, a session bus and a window manager on a free
+display, and Kelo run in scratch folders, driven with xdotool and measured with xwininfo, xprop,
+x11_helper and the server's framebuffer.
 
+The window manager is the one KELO_TEST_WM names (openbox when unset): see WINDOW_MANAGERS.
 Every wait polls for a state and gives up after a fixed bound; nothing asserts on a measured
 time. Only processes started here are stopped, each by its own id.
 """
@@ -11,6 +13,7 @@ import os
 import re
 import select
 import shutil
+import struct
 import subprocess
 import tempfile
 import time
@@ -21,14 +24,36 @@ KELO = os.environ.get("KELO_BIN", "kelo")
 HELPER = os.environ.get("KELO_X11_HELPER", "x11_helper")
 
 SCREEN_WIDTH, SCREEN_HEIGHT = 1440, 900
-# The fallback notch under a bare openbox: 185 wide, 24 high (no top panel).
+# The fallback notch on a desktop without a top panel: 185 wide, 24 high.
 NOTCH_WIDTH, NOTCH_HEIGHT = 185, 24
+# The island's size in each mode, as a person sees it on the screen.
 CLOSED = (NOTCH_WIDTH + 12, NOTCH_HEIGHT)
 CLOSED_WITH_TASKS = (NOTCH_WIDTH + 100, NOTCH_HEIGHT)
 PEEK = (NOTCH_WIDTH + 200, NOTCH_HEIGHT + 30)
-# The open island with the shadow's 60 x 40; it is as tall as its content.
-OPEN_WIDTH = NOTCH_WIDTH + 460 + 60
+# The open island is as tall as what it shows: any height up to its greatest.
+OPEN = (NOTCH_WIDTH + 460, None)
+OPEN_MAX_HEIGHT = 480
 ALERT = (max(NOTCH_WIDTH + 260, 440), NOTCH_HEIGHT + 54)
+# The island's window never changes: it holds the open island at its greatest height, with room
+# for the shadow.
+WINDOW = (NOTCH_WIDTH + 460 + 60, 480 + 40)
+# The outline's flared top corners reach the screen's edge in a point, so the pixels of the top
+# row stop short of the island's full width by up to its top radius on each side.
+FLARE = 10
+
+BLACK = (0, 0, 0)
+
+# What each window manager is started with; "compositing" is whether a compositing manager runs
+# with it. Each gets a bare configuration in the scratch home.
+WINDOW_MANAGERS = {
+    "openbox": {"command": ["openbox", "--sm-disable"], "compositing": False},
+    "xfwm4": {"command": ["xfwm4", "--compositor=off"], "compositing": False},
+    "xfwm4-compositor": {"command": ["xfwm4", "--compositor=on"], "compositing": True},
+    "metacity": {"command": ["metacity", "--sm-disable"], "compositing": True},
+    "fluxbox": {"command": ["fluxbox"], "compositing": False},
+    "i3": {"command": ["i3", "-c", "{scratch}/i3.conf"], "compositing": False},
+}
+WM = os.environ.get("KELO_TEST_WM", "openbox")
 
 # Bounds for waiting on something that is expected to happen.
 SOON = 10.0
@@ -111,16 +136,17 @@ class Kelo:
 
 
 class Desktop:
-    """Xvfb and openbox on a display of their own, with scratch home folders."""
+    """Xvfb, a session bus and a window manager of their own, with scratch home folders."""
 
-    def __init__(self):
+    def __init__(self, window_manager=WM):
         self.scratch = tempfile.mkdtemp(prefix="kelo-desktop-")
         self.processes = []
-        for folder in ("home", "config", "data", "runtime"):
+        for folder in ("home", "config", "data", "runtime", "framebuffer", "bin"):
             os.makedirs(os.path.join(self.scratch, folder), mode=0o700)
         try:
             self._start_server()
-            self._start_window_manager()
+            self._start_bus()
+            self._start_window_manager(window_manager)
         except BaseException:
             self.close()
             raise
@@ -129,8 +155,11 @@ class Desktop:
         # -displayfd lets the server pick a free display and say which; two tests starting at
         # once cannot collide.
         read_end, write_end = os.pipe()
+        # A white root, so that black shows where the island paints; the framebuffer is what a
+        # person would see, compositor included.
         self.spawn(["Xvfb", "-displayfd", str(write_end), "-screen", "0",
-                    "%dx%dx24" % (SCREEN_WIDTH, SCREEN_HEIGHT), "-nolisten", "tcp", "-noreset"],
+                    "%dx%dx24" % (SCREEN_WIDTH, SCREEN_HEIGHT), "-nolisten", "tcp", "-noreset",
+                    "-wr", "-fbdir", os.path.join(self.scratch, "framebuffer")],
                    env=dict(os.environ), pass_fds=(write_end,), stdout=subprocess.DEVNULL,
                    stderr=subprocess.DEVNULL)
         os.close(write_end)
@@ -142,7 +171,8 @@ class Desktop:
         self.env = {
             key: value for key, value in os.environ.items()
             if key not in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "KELO_DATA", "KELO_SELFTEST",
-                           "KELO_SNAPSHOT", "SESSION_MANAGER")
+                           "KELO_SNAPSHOT", "SESSION_MANAGER", "DBUS_SESSION_BUS_ADDRESS",
+                           "XDG_SESSION_TYPE", "XDG_CURRENT_DESKTOP")
         }
         self.env.update({
             "DISPLAY": self.display,
@@ -152,15 +182,43 @@ class Desktop:
             "XDG_RUNTIME_DIR": os.path.join(self.scratch, "runtime"),
             "TZ": "UTC",
             "LANG": "C.UTF-8",
+            # No accessibility bus: the window managers built on GTK would start one.
+            "NO_AT_BRIDGE": "1",
         })
 
-    def _start_window_manager(self):
-        self.spawn(["openbox", "--sm-disable"], env=self.env, stdout=subprocess.DEVNULL,
+    def _start_bus(self):
+        """A session bus for this desktop alone: Kelo's name on it cannot meet another Kelo's."""
+        read_end, write_end = os.pipe()
+        self.spawn(["dbus-daemon", "--session", "--nofork", "--print-address=%d" % write_end],
+                   env=self.env, pass_fds=(write_end,), stdout=subprocess.DEVNULL,
                    stderr=subprocess.DEVNULL)
+        os.close(write_end)
+        with os.fdopen(read_end, "rb", buffering=0) as pipe:
+            address = read_line(pipe, 20)
+        if not address:
+            raise RuntimeError("dbus-daemon did not start")
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = address.strip()
+
+    def _start_window_manager(self, name):
+        manager = WINDOW_MANAGERS[name]
+        with open(os.path.join(self.scratch, "i3.conf"), "w", encoding="utf-8") as f:
+            f.write("# i3 config file (v4)\nfont pango:monospace 8\n")
+        # fluxbox sets the wallpaper with fbsetbg, which complains in a window of its own when it
+        # finds no program to do it with.
+        fbsetbg = os.path.join(self.scratch, "bin", "fbsetbg")
+        with open(fbsetbg, "w", encoding="utf-8") as f:
+            f.write("#!/bin/sh\nexit 0\n")
+        os.chmod(fbsetbg, 0o755)
+        env = dict(self.env, PATH=os.path.join(self.scratch, "bin") + ":" + os.environ["PATH"])
+        command = [word.format(scratch=self.scratch) for word in manager["command"]]
+        self.spawn(command, env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         managed = wait_until(lambda: "window id" in self.run(
             ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], check=False), bound=20)
         if not managed:
-            raise RuntimeError("openbox did not start")
+            raise RuntimeError("%s did not start" % name)
+        if not wait_until(lambda: self.compositing() == manager["compositing"], bound=20):
+            raise RuntimeError("%s did not %s compositing" %
+                               (name, "start" if manager["compositing"] else "stop"))
 
     def spawn(self, command, **options):
         process = subprocess.Popen(command, cwd=self.scratch, **options)
@@ -183,6 +241,8 @@ class Desktop:
                 except subprocess.TimeoutExpired:
                     process.kill()
                     process.wait()
+            if process.stdout:
+                process.stdout.close()
         shutil.rmtree(self.scratch, ignore_errors=True)
 
     # Kelo and the other programs.
@@ -214,27 +274,47 @@ class Desktop:
         return (value("Absolute upper-left X"), value("Absolute upper-left Y"),
                 value("Width"), value("Height"))
 
-    def size(self, window):
-        return self.geometry(window)[2:]
+    def shape(self, window):
+        """The extents of the window's bounding and input regions, in screen coordinates."""
+        left, top, _, _ = self.geometry(window)
+        extents = {}
+        for line in self.run([HELPER, "shape", str(window)]).splitlines():
+            name, x, y, width, height = line.split()
+            extents[name] = (left + int(x), top + int(y), int(width), int(height))
+        return extents
 
-    def wait_until_open(self, window, bound=SOON):
-        """The open window's size, once it is as wide as the open island; None if it never is."""
-        opened = wait_until(lambda: self.size(window)[0] == OPEN_WIDTH, bound)
-        return self.size(window) if opened else None
+    def island(self, window):
+        """Where the island is on the screen: the extents of its window's input region."""
+        return self.shape(window)["input"]
 
-    def wait_for_size(self, window, size, bound=SOON):
-        """The window's size once it is `size`, or the size it still has after the bound."""
-        wait_until(lambda: self.size(window) == size, bound)
-        return self.size(window)
+    def wait_for_island(self, window, size, bound=SOON):
+        """The island's extents once they are those of an island of `size` at the top centre,
+        or the extents it still has after the bound."""
+        wait_until(lambda: island_matches(self.island(window), size), bound)
+        return self.island(window)
 
-    def pixel(self, window, x, y):
-        """The window's own pixel at x, y as (alpha, red, green, blue)."""
-        return tuple(int(n) for n in self.run([HELPER, "pixel", str(window), str(x), str(y)]).split())
+    def compositing(self):
+        return self.run([HELPER, "compositor"]).strip() == "yes"
+
+    def screen_pixel(self, x, y):
+        """The pixel a person sees at x, y as (red, green, blue): read from the server's
+        framebuffer, which holds what the compositor made of the windows when one runs."""
+        with open(os.path.join(self.scratch, "framebuffer", "Xvfb_screen0"), "rb") as f:
+            header = struct.unpack(">25I", f.read(100))
+            header_size, bits_per_pixel, bytes_per_line, colours = (
+                header[0], header[11], header[12], header[19])
+            f.seek(header_size + colours * 12 + y * bytes_per_line + x * bits_per_pixel // 8)
+            blue, green, red = f.read(3)
+        return red, green, blue
+
+    def is_above(self, window, other):
+        return self.run([HELPER, "above", str(window), str(other)]).strip() == "yes"
 
     def active_window(self):
         text = self.run(["xprop", "-root", "_NET_ACTIVE_WINDOW"], check=False)
         match = re.search(r"window id # (0x[0-9a-f]+)", text)
-        return int(match.group(1), 16) if match else None
+        # Some window managers write 0 when no window is active, others remove the property.
+        return int(match.group(1), 16) or None if match else None
 
     def focused_window(self):
         """The window that has the X input focus, whatever the window manager reports."""
@@ -271,6 +351,23 @@ class DesktopTestCase(unittest.TestCase):
         self.desktop = Desktop()
         self.addCleanup(self.desktop.close)
 
-    def assertTopCentre(self, geometry, size):
-        width, height = size
-        self.assertEqual(geometry, ((SCREEN_WIDTH - width) // 2, 0, width, height))
+    def assertStill(self, window):
+        """The island's window is where it was mapped, at the size it was mapped with."""
+        width, height = WINDOW
+        self.assertEqual(self.desktop.geometry(window),
+                         ((SCREEN_WIDTH - width) // 2, 0, width, height))
+
+    def assertIsland(self, extents, size):
+        self.assertTrue(island_matches(extents, size),
+                        "the island is at %s, not %s at the top centre" % (extents, size))
+
+
+def island_matches(extents, size):
+    """Whether the island's extents are those of an island of `size` hanging from the top centre
+    of the screen."""
+    x, y, width, height = extents
+    left_gap, right_gap = x, SCREEN_WIDTH - x - width
+    tall_enough = (NOTCH_HEIGHT < height <= OPEN_MAX_HEIGHT if size[1] is None
+                   else height == size[1])
+    return (y == 0 and tall_enough and size[0] - FLARE <= width <= size[0]
+            and abs(left_gap - right_gap) <= 1)

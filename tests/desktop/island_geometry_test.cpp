@@ -1,4 +1,5 @@
 #include "island_geometry.h"
+#include "island_outline.h"
 
 #include <QTest>
 
@@ -55,20 +56,65 @@ private Q_SLOTS:
         QTEST(placement ? placement->notch : QSizeF(), "notch");
     }
 
-    void framesCoverTheIslandAndHangFromTheTopCentre() {
-        QCOMPARE(frameSizeFor(QSizeF(197, 24), false), QSize(197, 24));
-        QCOMPARE(frameSizeFor(QSizeF(385.5, 54.2), false), QSize(386, 55));
-        QCOMPARE(frameSizeFor(QSizeF(0, 0), false), QSize(1, 1));
-        QCOMPARE(frameSizeFor(QSizeF(645, 120), true), QSize(705, 160)); // room for the shadow
-        QCOMPARE(frameOnScreen(QRect(0, 0, 1440, 900), QSize(197, 24)), QRect(621, 0, 197, 24));
-        QCOMPARE(frameOnScreen(QRect(1440, 200, 1920, 1080), QSize(705, 160)),
-                 QRect(1440 + 607, 200, 705, 160));
+    void theWindowHangsFromTheTopCentreInWholePixels() {
+        const QSizeF notch(185.5, 32);
+        const QRect window = windowOnScreen(QRect(1440, 200, 1920, 1080), notch);
+        QCOMPARE(window.top(), 200);
+        const QSizeF largest = metrics::largestIsland(notch);
+        QVERIFY(window.width() >= largest.width() && window.width() < largest.width() + 1);
+        QCOMPARE(window.height(), qCeil(largest.height()));
+        const int leftGap = window.left() - 1440, rightGap = 1440 + 1920 - window.right() - 1;
+        QVERIFY(qAbs(leftGap - rightGap) <= 1);
     }
 
-    void theHostFitsTheLargestOpenIsland() {
-        const QSizeF notch(185, 32);
-        QCOMPARE(hostSizeFor(notch), QSizeF(705, 520));
-        QCOMPARE(hostSizeFor(notch), QSizeF(frameSizeFor({notch.width() + 460, 480}, true)));
+    // The island in a still window: where the pointer reaches it and what is shown of it.
+    void theShapeFollowsTheOutline_data() {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<bool>("composited");
+        QTest::addColumn<qreal>("ratio");
+        QTest::newRow("closed") << int(ModeKind::Closed) << false << 1.0;
+        QTest::newRow("open") << int(ModeKind::Open) << false << 1.0;
+        QTest::newRow("open, composited") << int(ModeKind::Open) << true << 1.0;
+        QTest::newRow("peek, composited") << int(ModeKind::Peek) << true << 1.0;
+        QTest::newRow("alert at twice the pixels") << int(ModeKind::Alert) << false << 2.0;
+    }
+
+    void theShapeFollowsTheOutline() {
+        QFETCH(int, mode);
+        QFETCH(bool, composited);
+        QFETCH(qreal, ratio);
+        const auto kind = static_cast<ModeKind>(mode);
+        const QSizeF island(445, 78);
+        const IslandRegions shape = islandRegions({.windowWidth = 705,
+                                                   .island = island,
+                                                   .mode = kind,
+                                                   .composited = composited,
+                                                   .devicePixelRatio = ratio});
+        const auto at = [ratio](qreal x, qreal y) { return (QPointF(x, y) * ratio).toPoint(); };
+        const qreal left = (705 - island.width()) / 2, right = left + island.width();
+        const metrics::Radii radii = metrics::radii(kind);
+
+        // Centred, from the screen's edge down to the island's height.
+        const QRect input = shape.input.boundingRect();
+        QCOMPARE(input.top(), 0);
+        QVERIFY(qAbs(input.bottom() + 1 - island.height() * ratio) <= 1);
+        QVERIFY(qAbs((input.left() - left * ratio) - (right * ratio - input.right() - 1)) <= 1);
+        // Inside the body; not in the corners that the outline rounds or flares away.
+        QVERIFY(shape.input.contains(at(352, island.height() - 2)));
+        QVERIFY(shape.input.contains(at(left + radii.top + 1, island.height() / 2)));
+        QVERIFY(!shape.input.contains(at(left + radii.top + 1, island.height() - 1)));
+        QVERIFY(!shape.input.contains(at(right - 1, island.height() / 2)));
+        QVERIFY(!shape.input.contains(at(352, island.height() + 1)));
+
+        QVERIFY(shape.input.subtracted(shape.bounding).isEmpty());
+        if (!composited) {
+            QCOMPARE(shape.bounding, shape.input);
+            return;
+        }
+        // The antialiased edge is shown, and the open island's shadow below and beside it.
+        QVERIFY(shape.bounding.contains(at(left + radii.top - 1, island.height() / 2)));
+        const bool shadowRoom = shape.bounding.contains(at(left - 20, island.height() + 30));
+        QCOMPARE(shadowRoom, kind == ModeKind::Open);
     }
 };
 

@@ -1,6 +1,7 @@
 #include "global_hot_key.h"
 #include "portal_hot_key.h"
 #include "portal_rig.h"
+#include "scoped_variable.h"
 
 #include <QStringList>
 #include <QTest>
@@ -14,18 +15,11 @@ namespace {
 
 using testing::FakePortal;
 using testing::PrivateBus;
+using testing::ScopedVariable;
 
-// Sets (or, when empty, clears) a variable for one test and restores it afterwards.
-struct ScopedVariable {
-    ScopedVariable(const char* name, const QString& value)
-        : name(name)
-        , saved(qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt) {
-        value.isEmpty() ? void(qunsetenv(name)) : void(qputenv(name, value.toUtf8()));
-    }
-    ~ScopedVariable() { saved ? void(qputenv(name, *saved)) : void(qunsetenv(name)); }
-    const char* name;
-    std::optional<QByteArray> saved;
-};
+std::optional<QByteArray> setUnlessEmpty(const QString& value) {
+    return value.isEmpty() ? std::nullopt : std::optional(value.toUtf8());
+}
 
 } // namespace
 
@@ -35,10 +29,14 @@ class PortalHotKeyTest : public QObject {
 private:
     QStringList log_;
 
+    LogSink logSink() {
+        return [this](std::string_view line) {
+            log_.append(QString::fromUtf8(line.data(), qsizetype(line.size())));
+        };
+    }
+
     PortalHotKey::Options options(const PrivateBus& bus) {
-        return {.bus = bus.connection(), .log = [this](std::string_view line) {
-                    log_.append(QString::fromUtf8(line.data(), qsizetype(line.size())));
-                }};
+        return {.bus = bus.connection(), .log = logSink()};
     }
 
 private Q_SLOTS:
@@ -125,17 +123,23 @@ private Q_SLOTS:
         QFETCH(QString, sessionType);
         QFETCH(QString, portal);
         QFETCH(bool, usesPortal);
-        const ScopedVariable display("WAYLAND_DISPLAY", waylandDisplay);
-        const ScopedVariable type("XDG_SESSION_TYPE", sessionType);
+        const ScopedVariable display("WAYLAND_DISPLAY", setUnlessEmpty(waylandDisplay));
+        const ScopedVariable type("XDG_SESSION_TYPE", setUnlessEmpty(sessionType));
         const PrivateBus bus;
         std::optional<FakePortal> fake;
         if (!portal.isEmpty()) {
             fake.emplace(bus, u"KELO_FAKE_PORTAL_WITHOUT_SHORTCUTS"_s,
                          portal == u"full"_s ? QString() : u"1"_s);
         }
-        const auto hotKey = makeHotKey(bus.connection());
+        const auto hotKey = makeHotKey(bus.connection(), logSink());
         QCOMPARE(qobject_cast<PortalHotKey*>(hotKey.get()) != nullptr, usesPortal);
         QCOMPARE(qobject_cast<GlobalHotKey*>(hotKey.get()) != nullptr, !usesPortal);
+        // Only a Wayland session that has to do without the portal tells how to bind a key.
+        const bool wayland = !waylandDisplay.isEmpty() || sessionType == u"wayland"_s;
+        QCOMPARE(log_, wayland && !usesPortal
+                           ? QStringList{QString::fromUtf8(wantingPortal.data(),
+                                                           qsizetype(wantingPortal.size()))}
+                           : QStringList());
     }
 };
 

@@ -1,3 +1,4 @@
+#include "scoped_variable.h"
 #include "startup.h"
 
 #include <QDir>
@@ -5,35 +6,30 @@
 #include <QTest>
 #include <optional>
 
+Q_DECLARE_METATYPE(std::optional<QByteArray>)
+
 namespace kelo::shell {
 namespace {
 
-// Stands for a variable that is not set at all, as opposed to one set to "".
-const QByteArray unset = "<unset>";
+using testing::ScopedVariable;
+using Value = std::optional<QByteArray>;
 
-void assign(const char* name, const QByteArray& value) {
-    value == unset ? void(qunsetenv(name)) : void(qputenv(name, value));
-}
-QByteArray current(const char* name) {
-    return qEnvironmentVariableIsSet(name) ? qgetenv(name) : unset;
-}
+const Value unset;
 
-// Sets or clears a variable for one test and restores it afterwards.
-struct ScopedVariable {
-    ScopedVariable(const char* name, const QByteArray& value)
-        : name(name)
-        , saved(current(name)) {
-        assign(name, value);
-    }
-    ~ScopedVariable() { assign(name, saved); }
-    const char* name;
-    QByteArray saved;
-};
+std::vector<const char*> argv(std::initializer_list<const char*> arguments) {
+    std::vector<const char*> all{"kelo"};
+    all.insert(all.end(), arguments);
+    return all;
+}
 
 std::optional<CommandLineAnswer> answer(std::initializer_list<const char*> arguments) {
-    std::vector<const char*> argv{"kelo"};
-    argv.insert(argv.end(), arguments);
-    return answerCommandLine(static_cast<int>(argv.size()), argv.data());
+    const auto all = argv(arguments);
+    return answerCommandLine(static_cast<int>(all.size()), all.data());
+}
+
+std::optional<RemoteRequest> request(std::initializer_list<const char*> arguments) {
+    const auto all = argv(arguments);
+    return remoteRequest(static_cast<int>(all.size()), all.data());
 }
 
 } // namespace
@@ -57,23 +53,36 @@ private Q_SLOTS:
         QVERIFY(!answer({"--frobnicate"}));
         QVERIFY(!answer({"todos.json"}));
         QVERIFY(!answer({"--version", "--help"}));
+        QVERIFY(!answer({"--toggle"}));
+        QCOMPARE(answer({"--add"})->status, 2); // the line is missing
+    }
+
+    void toggleAndAddGoToTheRunningKelo() {
+        QCOMPARE(request({"--toggle"})->kind, RemoteRequest::Kind::toggle);
+        const auto add = request({"--add", "dentist fri 3pm"});
+        QVERIFY(add && add->kind == RemoteRequest::Kind::add);
+        QCOMPARE(add->line, std::string("dentist fri 3pm"));
+        QVERIFY(!request({}));
+        QVERIFY(!request({"--add"}));
+        QVERIFY(!request({"--toggle", "now"}));
+        QVERIFY(!request({"--add", "a", "b"}));
     }
 
     void theDataFileFollowsKeloData() {
-        const ScopedVariable dataHome("XDG_DATA_HOME", "/tmp/kelo-data-home");
+        const ScopedVariable dataHome("XDG_DATA_HOME", QByteArray("/tmp/kelo-data-home"));
         {
             const ScopedVariable data("KELO_DATA", unset);
             QCOMPARE(chooseDataFile(),
                      std::filesystem::path("/tmp/kelo-data-home/Kelo/todos.json"));
         }
         {
-            const ScopedVariable data("KELO_DATA", ""); // empty, but still set
+            const ScopedVariable data("KELO_DATA", QByteArray("")); // empty, but still set
             QCOMPARE(chooseDataFile(), std::filesystem::current_path());
         }
         QTemporaryDir folder;
         const QString previous = QDir::currentPath();
         QVERIFY(QDir::setCurrent(folder.path()));
-        const ScopedVariable data("KELO_DATA", "lists/todos.json");
+        const ScopedVariable data("KELO_DATA", QByteArray("lists/todos.json"));
         const auto chosen = chooseDataFile();
         QVERIFY(QDir::setCurrent(previous));
         QCOMPARE(QString::fromStdString(chosen.string()),
@@ -81,34 +90,33 @@ private Q_SLOTS:
     }
 
     void prepareQtEnvironment_data() {
-        QTest::addColumn<QByteArray>("wayland");
-        QTest::addColumn<QByteArray>("platform");
-        QTest::addColumn<QByteArray>("backend");
-        QTest::addColumn<QByteArray>("rhi");
-        QTest::addColumn<QByteArray>("wantedPlatform");
-        QTest::addColumn<QByteArray>("wantedBackend");
-        const QByteArray wl = "wayland-0";
+        QTest::addColumn<Value>("wayland");
+        QTest::addColumn<Value>("platform");
+        QTest::addColumn<Value>("backend");
+        QTest::addColumn<Value>("rhi");
+        QTest::addColumn<Value>("wantedPlatform");
+        QTest::addColumn<Value>("wantedBackend");
+        const Value wl = "wayland-0";
         QTest::newRow("Wayland runs through XWayland, software scene graph")
-            << wl << unset << unset << unset << QByteArray("xcb") << QByteArray("software");
+            << wl << unset << unset << unset << Value("xcb") << Value("software");
         QTest::newRow("the user's platform and backend are kept")
-            << wl << QByteArray("wayland") << QByteArray("rhi") << unset << QByteArray("wayland")
-            << QByteArray("rhi");
+            << wl << Value("wayland") << Value("rhi") << unset << Value("wayland") << Value("rhi");
         QTest::newRow("X11 chooses no platform; an RHI choice means no backend")
-            << unset << unset << unset << QByteArray("opengl") << unset << unset;
+            << unset << unset << unset << Value("opengl") << unset << unset;
     }
 
     void prepareQtEnvironment() {
-        QFETCH(QByteArray, wayland);
-        QFETCH(QByteArray, platform);
-        QFETCH(QByteArray, backend);
-        QFETCH(QByteArray, rhi);
+        QFETCH(Value, wayland);
+        QFETCH(Value, platform);
+        QFETCH(Value, backend);
+        QFETCH(Value, rhi);
         const ScopedVariable a("WAYLAND_DISPLAY", wayland);
         const ScopedVariable b("QT_QPA_PLATFORM", platform);
         const ScopedVariable c("QT_QUICK_BACKEND", backend);
         const ScopedVariable d("QSG_RHI_BACKEND", rhi);
         shell::prepareQtEnvironment();
-        QTEST(current("QT_QPA_PLATFORM"), "wantedPlatform");
-        QTEST(current("QT_QUICK_BACKEND"), "wantedBackend");
+        QTEST(ScopedVariable::current("QT_QPA_PLATFORM"), "wantedPlatform");
+        QTEST(ScopedVariable::current("QT_QUICK_BACKEND"), "wantedBackend");
     }
 };
 

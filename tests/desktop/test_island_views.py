@@ -5,8 +5,8 @@ import json
 import time
 import unittest
 
-from desktop_rig import (ALERT, CLOSED_WITH_TASKS, SCREEN_WIDTH, SETTLE, SOON, DesktopTestCase,
-                         minute_now_utc, task, today_utc, wait_until)
+from desktop_rig import (ALERT, CLOSED_WITH_TASKS, OPEN, SCREEN_WIDTH, SETTLE, SOON,
+                         DesktopTestCase, minute_now_utc, task, today_utc, wait_until)
 
 
 class IslandViewsTest(DesktopTestCase):
@@ -17,10 +17,10 @@ class IslandViewsTest(DesktopTestCase):
     def test_a_click_opens_the_closed_island(self):
         data = self.desktop.write_data("todos.json", [task("water the plants", day=today_utc())])
         island = self.desktop.start_kelo(data).window()
-        self.assertEqual(self.desktop.wait_for_size(island, CLOSED_WITH_TASKS), CLOSED_WITH_TASKS)
+        self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
+                          CLOSED_WITH_TASKS)
         self.click(SCREEN_WIDTH // 2, 10)
-        self.assertTrue(wait_until(lambda: self.desktop.size(island)[0] > CLOSED_WITH_TASKS[0]),
-                        "the island did not open")
+        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
 
     def test_done_in_an_alert_completes_the_task(self):
         minute = minute_now_utc()
@@ -29,8 +29,8 @@ class IslandViewsTest(DesktopTestCase):
         data = self.desktop.write_data("todos.json",
                                        [task("call the plumber", day=today_utc(), minute=minute)])
         island = self.desktop.start_kelo(data).window()
-        self.assertEqual(self.desktop.wait_for_size(island, ALERT), ALERT)
-        # The window takes the alert's size at once; the island springs into it.
+        self.assertIsland(self.desktop.wait_for_island(island, ALERT), ALERT)
+        # The island's shape takes the alert's size at once; the drawing springs into it.
         time.sleep(SETTLE)
         # "Done" sits at the right end of the alert's second row.
         width, height = ALERT

@@ -6,8 +6,8 @@ import json
 import time
 import unittest
 
-from desktop_rig import (NOTCH_HEIGHT, SCREEN_WIDTH, SETTLE, DesktopTestCase, task, today_utc,
-                         wait_until)
+from desktop_rig import (NOTCH_HEIGHT, OPEN, SCREEN_WIDTH, SETTLE, DesktopTestCase, task,
+                         today_utc, wait_until)
 
 # Where the open island's parts are, from its top left corner: 20 points of padding, the header
 # as high as the notch, then 10 apart the add field (36 high) and the list.
@@ -28,7 +28,7 @@ class OpenIslandTest(DesktopTestCase):
         self.data = self.desktop.write_data("todos.json", list(tasks))
         self.island = self.desktop.start_kelo(self.data).window()
         self.desktop.key("ctrl+alt+t")
-        self.assertIsNotNone(self.desktop.wait_until_open(self.island), "the island did not open")
+        self.assertIsland(self.desktop.wait_for_island(self.island, OPEN), OPEN)
         self.assertTrue(wait_until(lambda: self.desktop.active_window() == self.island))
         time.sleep(SETTLE)
 
@@ -47,11 +47,11 @@ class OpenIslandTest(DesktopTestCase):
         self.desktop.run(["xdotool", "click", "1"])
 
     def settled_height(self):
-        """The open window's height once it has stopped changing."""
+        """The open island's height once it has stopped changing."""
         heights = [None, None]
 
         def still():
-            heights.append(self.desktop.size(self.island)[1])
+            heights.append(self.desktop.island(self.island)[3])
             return heights[-1] == heights[-2] == heights[-3]
         wait_until(still, step=0.3)
         return heights[-1]
@@ -90,7 +90,7 @@ class OpenIslandTest(DesktopTestCase):
         self.click(ISLAND_WIDTH - PADDING - 10 - 12, LIST_TOP + ROW // 2)
         self.wait_for_tasks(lambda tasks: tasks == [])
         # The toast is the last thing in the island: Undo at its right end.
-        island_height = self.settled_height() - 40
+        island_height = self.settled_height()
         self.click(ISLAND_WIDTH - PADDING - 12 - 14, island_height - 14 - 15)
         self.wait_for_tasks(lambda tasks: tasks == [original])
 
@@ -102,9 +102,9 @@ class OpenIslandTest(DesktopTestCase):
             heights.append(self.settled_height())
             self.desktop.close()
             self.setUp()
-        # Three more rows of 30 with 2 between; then at most 330 of list, and the shadow's 40.
+        # Three more rows of 30 with 2 between; then at most 330 of list, and 14 below it.
         self.assertEqual(heights[1] - heights[0], 3 * (ROW + 2))
-        self.assertEqual(heights[2], LIST_TOP + 330 + 14 + 40)
+        self.assertEqual(heights[2], LIST_TOP + 330 + 14)
 
 
 if __name__ == "__main__":

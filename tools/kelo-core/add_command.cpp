@@ -1,23 +1,20 @@
 #include "commands.h"
 #include "data_file_lock.h"
+#include "forward_add.h"
 #include "json_io.h"
 #include "quick_parse.h"
 #include "todo_store.h"
-
-#include <iostream>
 
 namespace kelo::cli {
 
 int runAdd(const Invocation& invocation, std::istream& in, std::ostream& out) {
     // A running Kelo rewrites the whole file after every change and would drop what is added
-    // behind its back, so its lock is taken before the store is opened. A lock that cannot be had
-    // for another reason (a folder that cannot be created) is left to the store, which logs why
-    // it cannot save.
+    // behind its back, so its lock is taken before the store is opened; while Kelo holds it, the
+    // lines go to Kelo instead. A lock that cannot be had for another reason (a folder that cannot
+    // be created) is left to the store, which logs why it cannot save.
     const DataFileLock lock(invocation.file);
     if (lock.status() == DataFileLock::Status::heldByOther) {
-        std::cerr << "kelo-core: " << invocation.file.string()
-                  << " is in use by a running Kelo; nothing was added\n";
-        return 1;
+        return forwardAdd(invocation, in, out);
     }
     TodoStore store(invocation.file);
     const Bucket bucket = invocation.bucket.value_or(Bucket::today);

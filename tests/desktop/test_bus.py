@@ -1,0 +1,136 @@
+"""Kelo on the session bus: kelo --toggle and kelo --add, kelo-core add while Kelo runs, the
+TasksChanged signal, and one name per data file. Each desktop has a session bus of its own."""
+
+import json
+import os
+import subprocess
+import unittest
+
+from desktop_rig import (CLOSED, CLOSED_WITH_TASKS, KELO, OPEN, SOON, DesktopTestCase, read_line,
+                         today_utc, wait_until)
+
+KELO_CORE = os.environ.get("KELO_CORE_BIN", "kelo-core")
+
+
+def bus_name(data_file):
+    """The documented name of the Kelo that holds a data file."""
+    value = 0xcbf29ce484222325
+    for byte in os.path.realpath(data_file).encode():
+        value = ((value ^ byte) * 0x100000001b3) % (1 << 64)
+    return "org.kelo.Kelo.d%016x" % value
+
+
+class BusTest(DesktopTestCase):
+
+    def kelo(self, *arguments, data_file=None, stdin=None):
+        env = dict(self.desktop.env, KELO_DATA=data_file or self.data_file)
+        return subprocess.run([KELO, *arguments], env=env, input=stdin, capture_output=True,
+                              text=True, timeout=SOON)
+
+    def kelo_core_add(self, lines, *options):
+        return subprocess.run([KELO_CORE, "add", *options, self.data_file],
+                              env=self.desktop.env, input="".join(json.dumps(line) + "\n"
+                                                                   for line in lines),
+                              capture_output=True, text=True, timeout=SOON)
+
+    def call(self, data_file, method):
+        return self.desktop.run(["dbus-send", "--session", "--print-reply",
+                                 "--dest=" + bus_name(data_file), "/org/kelo/Kelo",
+                                 "org.kelo.Kelo1." + method])
+
+    def tasks(self, data_file=None):
+        with open(data_file or self.data_file, encoding="utf-8") as f:
+            return json.load(f)
+
+    def start(self, name="todos.json"):
+        self.data_file = os.path.join(self.desktop.scratch, name)
+        kelo = self.desktop.start_kelo(self.data_file)
+        island = kelo.window()
+        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        return kelo, island
+
+    def test_toggle_opens_and_closes_the_island_and_open_add_gives_it_the_keyboard(self):
+        _, island = self.start()
+        self.assertEqual(self.kelo("--toggle").returncode, 0)
+        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
+        self.assertEqual(self.kelo("--toggle").returncode, 0)
+        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+
+        self.call(self.data_file, "OpenAdd")
+        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
+        self.assertTrue(wait_until(lambda: self.desktop.active_window() == island))
+
+    def test_without_a_running_kelo_the_command_says_so(self):
+        self.data_file = os.path.join(self.desktop.scratch, "todos.json")
+        for arguments in (["--toggle"], ["--add", "dentist fri 3pm"]):
+            result = self.kelo(*arguments)
+            self.assertEqual(result.returncode, 1)
+            self.assertEqual(result.stderr,
+                             "Kelo: no Kelo runs with %s.\n" % self.data_file)
+        self.assertFalse(os.path.exists(self.data_file))
+
+    def test_added_tasks_reach_the_island_and_the_signal_at_once(self):
+        _, island = self.start()
+        monitor = self.desktop.spawn(
+            ["dbus-monitor", "--session", "type='signal',interface='org.kelo.Kelo1'"],
+            env=self.desktop.env, stdout=subprocess.PIPE)
+        self.assertIsNotNone(read_line(monitor.stdout, SOON))  # the monitor's own greeting
+
+        self.assertEqual(self.kelo("--add", "water the plants").returncode, 0)
+        self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
+                          CLOSED_WITH_TASKS)
+        self.assertEqual([(task["title"], task.get("day")) for task in self.tasks()],
+                         [("water the plants", today_utc())])
+        self.assertTrue(wait_until(lambda: "member=TasksChanged" in (
+            read_line(monitor.stdout, 0.2) or "")), "no TasksChanged signal")
+
+        result = self.kelo("--add", "   ")
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(len(self.tasks()), 1)
+
+    def test_kelo_core_add_forwards_its_lines_to_the_running_kelo(self):
+        kelo, island = self.start()
+        result = self.kelo_core_add(["milk 5pm", "", "dentist fri 3pm"])
+        self.assertEqual(result.returncode, 0, result.stderr)
+        answers = [json.loads(line) for line in result.stdout.splitlines()]
+        self.assertEqual(len(answers), 3)
+        self.assertIsNone(answers[1])
+        # Each answer is the task as the saved file holds it.
+        self.assertEqual([answers[0], answers[2]], self.tasks())
+        self.assertEqual(answers[0]["title"], "milk")
+        self.assertEqual((answers[0]["day"], answers[0]["minute"]), (today_utc(), 1020))
+        self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
+                          CLOSED_WITH_TASKS)
+
+        # Kelo adds as its Today tab does, so a line meant for another tab is not forwarded.
+        refused = self.kelo_core_add(["milk"], "--bucket", "backlog")
+        self.assertEqual(refused.returncode, 1)
+        self.assertIn("nothing was added", refused.stderr)
+        self.assertEqual(len(self.tasks()), 2)
+        self.assertIsNone(kelo.process.poll())
+
+        # Without the running Kelo, kelo-core writes the file itself as before.
+        kelo.process.terminate()
+        kelo.process.wait()
+        result = self.kelo_core_add(["bread"])
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual([task["title"] for task in self.tasks()], ["milk", "dentist", "bread"])
+
+    def test_a_second_kelo_on_another_data_file_answers_on_its_own_name(self):
+        self.start("a.json")
+        first_file = self.data_file
+        second_file = os.path.join(self.desktop.scratch, "b.json")
+        self.desktop.start_kelo(second_file).window()
+        names = lambda: self.desktop.run(["dbus-send", "--session", "--print-reply",
+                                          "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                          "org.freedesktop.DBus.ListNames"])
+        self.assertTrue(wait_until(lambda: bus_name(second_file) in names()))
+        self.assertIn(bus_name(first_file), names())
+
+        self.assertEqual(self.kelo("--add", "only in b", data_file=second_file).returncode, 0)
+        self.assertEqual([task["title"] for task in self.tasks(second_file)], ["only in b"])
+        self.assertFalse(os.path.exists(first_file))
+
+
+if __name__ == "__main__":
+    unittest.main()
