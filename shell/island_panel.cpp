@@ -64,9 +64,11 @@ IslandPanel::IslandPanel(IslandModel& model, std::unique_ptr<ScreenPlacement> pl
     follow_.setInterval(0);
     connect(&follow_, &QTimer::timeout, this, &IslandPanel::applyShape);
     for (const auto change : {&IslandModel::islandSizeChanged, &IslandModel::modeChanged,
-                              &IslandModel::themeChanged, &IslandModel::glassMaterialChanged}) {
+                              &IslandModel::glassMaterialChanged}) {
         connect(&model, change, &follow_, qOverload<>(&QTimer::start));
     }
+    connect(model.preferences(), &Preferences::themeChanged, &follow_,
+            qOverload<>(&QTimer::start));
     connect(&compositor_, &CompositorWatch::runningChanged, &model, &IslandModel::setGlassMaterial);
     connect(&compositor_, &CompositorWatch::runningChanged, &follow_, qOverload<>(&QTimer::start));
     connect(placement_.get(), &ScreenPlacement::screensChanged, this, &IslandPanel::placeOnScreen);
@@ -105,7 +107,7 @@ void IslandPanel::applyShape() {
     }
     const IslandRegions target = targetRegions();
     frame_->apply(target);
-    const bool glassShown = model_->theme() == IslandTheme::Glass && model_->glassMaterial() &&
+    const bool glassShown = model_->preferences()->theme() == IslandTheme::Glass && model_->glassMaterial() &&
                             model_->mode().kind() != ModeKind::Closed;
     const std::optional<QRegion> blur =
         glassShown ? std::optional<QRegion>(target.input) : std::nullopt;
