@@ -25,17 +25,19 @@ std::string at10(const std::string& command) {
     return command + " --now 2025-03-06T10:00:00+01:00 --tz Europe/Berlin --locale en_US";
 }
 
-// Runs the command to its end, its input, output and errors in files.
+// Runs the command to its end, its input, output and errors in files; the prelude is shell
+// commands run before it.
 struct Outcome {
     int status; // 124 when it did not end within a minute
     std::string output;
     std::string errors;
 };
 
-Outcome run(const std::string& command, const std::string& input = "") {
+Outcome run(const std::string& command, const std::string& input = "",
+            const std::string& prelude = "") {
     const testing::ScratchFolder folder;
     testing::writeFile(folder / "in", input);
-    const int status = std::system(("timeout 60 " KELO_CORE_PROGRAM " " + command + " <" +
+    const int status = std::system((prelude + "timeout 60 " KELO_CORE_PROGRAM " " + command + " <" +
                                     (folder / "in").string() + " >" + (folder / "out").string() +
                                     " 2>" + (folder / "err").string())
                                        .c_str());
@@ -156,6 +158,17 @@ TEST(KeloCoreCli, AddAnswersWithWhatItWroteToTheFile) {
     EXPECT_EQ(milk["day"], "2025-03-06") << "the Today tab by default";
     EXPECT_EQ(json::parse(answers[3], nullptr, false), json::parse(R"({"error": "not JSON"})"));
     EXPECT_EQ(json::parse(testing::readFile(file), nullptr, false), json::array({dentist, milk}));
+
+    // A file size limit (one block: the answer fits, the list does not) fails the save as a full
+    // disk would. The task is answered with an error, and nothing after it is read, so no later
+    // save carries it into the file.
+    const std::string longTitle = '"' + std::string(2000, 'b') + "\"\n";
+    const Outcome full =
+        run("add " + file.string(), longTitle + "\"eggs\"\n", "trap '' XFSZ; ulimit -f 1; ");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_TRUE(full.output.starts_with(R"({"error":"could not save )")) << full.output;
+    EXPECT_EQ(std::count(full.output.begin(), full.output.end(), '\n'), 1) << full.output;
+    EXPECT_EQ(json::parse(testing::readFile(file), nullptr, false), json::array({dentist, milk}));
 }
 
 // "#n" stands for the id 00000000-0000-4000-8000-00000000000n.
@@ -255,7 +268,7 @@ TEST(KeloCoreCli, RandomLinesGetOneAnswerEach) {
          {std::string("parse"), std::string("parse --bucket backlog"), std::string("when"),
           std::string("phrase"), std::string("format"),
           "add " + (folder / "todos.json").string()}) {
-        std::vector<std::string> lines(command.starts_with("add") ? 300 : 2000);
+        std::vector<std::string> lines(command.starts_with("add") ? 100 : 800);
         for (std::string& line : lines) {
             line = randomLine(random);
         }
