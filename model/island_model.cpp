@@ -210,13 +210,8 @@ DayKey IslandModel::today() const {
 }
 
 std::optional<Todo> IslandModel::todoWithId(const Uuid& id) const {
-    const auto& todos = store_->todos();
-    const auto found =
-        std::find_if(todos.begin(), todos.end(), [&](const Todo& todo) { return todo.id == id; });
-    if (found == todos.end()) {
-        return std::nullopt;
-    }
-    return *found;
+    const Todo* found = store_->find(id);
+    return found != nullptr ? std::optional<Todo>(*found) : std::nullopt;
 }
 
 } // namespace kelo
