@@ -1,15 +1,18 @@
 #include "app_delegate.h"
 
+#include "data_file_watcher.h"
 #include "device_notch.h"
 #include "island_model.h"
 #include "island_panel.h"
+#include "island_window.h"
 #include "screen_placement.h"
 #include "todo_store.h"
 
 namespace kelo::shell {
 
 AppDelegate::AppDelegate(const std::filesystem::path& dataFile)
-    : model_(std::make_unique<IslandModel>(std::make_unique<TodoStore>(dataFile))) {
+    : model_(std::make_unique<IslandModel>(std::make_unique<TodoStore>(dataFile)))
+    , dataFileWatcher_(std::make_unique<DataFileWatcher>(model_->store())) {
     model_->setPlatform(&platform_);
 }
 
@@ -19,6 +22,9 @@ void AppDelegate::launchFinished() {
     panel_ = std::make_unique<IslandPanel>(*model_,
                                            std::make_unique<ScreenPlacement>(deviceNotchHeight()));
     platform_.setPanel(&panel_->window());
+    connect(
+        &panel_->window(), &QQuickWindow::frameSwapped, this,
+        [this] { model_->store().writeBackup(); }, Qt::SingleShotConnection);
 
     hotKey_ = makeHotKey();
     connect(hotKey_.get(), &HotKey::activated, model_.get(), &IslandModel::hotKey);
