@@ -246,26 +246,36 @@ TEST_F(StoreFixture, AFailedWriteLeavesThePreviousFileAndNoTemporaryFile) {
 }
 
 // Only a regular file is read. Nothing else at the data file's place is waited on or replaced,
-// and an earlier moved-aside file is never overwritten.
+// nothing a link points to is moved, and an earlier moved-aside file is never overwritten.
 TEST_F(StoreFixture, SpecialFilesAreNeitherReadNorReplaced) {
-    const fs::path aside = folder / "todos.corrupt-1741252502.json";
-    writeFile(aside, "an earlier unreadable list");
-    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
-    EXPECT_TRUE(open()->todos().empty()) << "a FIFO is not waited on";
-    EXPECT_EQ(fs::symlink_status(folder / "todos.corrupt-1741252502-2.json").type(),
-              fs::file_type::fifo);
-
-    // A link to a device is set aside itself; the device is left alone.
-    fs::create_symlink("/dev/null", file);
-    open()->add("kept");
-    EXPECT_EQ(fs::read_symlink(folder / "todos.corrupt-1741252502-3.json"), "/dev/null");
-    EXPECT_EQ(fs::status("/dev/null").type(), fs::file_type::character);
-    EXPECT_EQ(testing::titles(std::get<std::vector<Todo>>(readTodosFile(file))),
-              (std::vector<std::string>{"kept"}));
-    EXPECT_EQ(readFile(aside), "an earlier unreadable list");
-    for (std::size_t i = 0; i < 2; ++i) {
-        EXPECT_TRUE(log.lines[i].ends_with("-" + std::to_string(i + 2) + ".json.")) << log.lines[i];
+    const fs::path earlier = folder / "todos.corrupt-1741252502.json";
+    writeFile(earlier, "an earlier unreadable list");
+    fs::create_directories(folder / "a folder");
+    ASSERT_EQ(::mkfifo((folder / "a fifo").c_str(), 0600), 0);
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"FIFO", [&] { ::mkfifo(file.c_str(), 0600); }},
+        {"link to a FIFO", [&] { fs::create_symlink(folder / "a fifo", file); }},
+        {"link to a folder", [&] { fs::create_symlink(folder / "a folder", file); }},
+        {"link to a device", [&] { fs::create_symlink("/dev/null", file); }},
+        {"loop of links", [&] { fs::create_symlink(file, file); }},
+    };
+    int number = 2;
+    for (const auto& [what, make] : cases) {
+        make();
+        const auto type = fs::symlink_status(file).type();
+        log.lines.clear();
+        open()->add("kept");
+        const auto moved = "todos.corrupt-1741252502-" + std::to_string(number++) + ".json";
+        EXPECT_EQ(fs::symlink_status(folder / moved).type(), type) << what << " set aside itself";
+        EXPECT_TRUE(log.lines[0].ends_with("Moved it to " + moved + ".")) << log.lines[0];
+        EXPECT_EQ(testing::titles(std::get<std::vector<Todo>>(readTodosFile(file))),
+                  (std::vector<std::string>{"kept"}));
+        fs::remove(file);
     }
+    EXPECT_EQ(readFile(earlier), "an earlier unreadable list");
+    EXPECT_EQ(fs::symlink_status(folder / "a fifo").type(), fs::file_type::fifo);
+    EXPECT_TRUE(fs::is_directory(folder / "a folder"));
+    EXPECT_EQ(fs::status("/dev/null").type(), fs::file_type::character);
 
     // A device named as the data file is neither moved nor written.
     log.lines.clear();
