@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <poll.h>
 #include <regex>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -208,6 +209,8 @@ TEST(KeloCoreCli, ListsAndAddLeaveFilesTheyMayNotTouchAlone) {
     EXPECT_EQ(testing::readFile(file), "[{\"id\": 1}]");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), fs::directory_iterator()), 1);
     EXPECT_EQ(run(at10("lists " + (folder / "missing.json").string())).status, 1);
+    ASSERT_EQ(::mkfifo((folder / "fifo.json").c_str(), 0600), 0);
+    EXPECT_EQ(run(at10("lists " + (folder / "fifo.json").string())).status, 1) << "not waited on";
 
     // A running Kelo holds the lock: add refuses before touching the file.
     const fs::path held = folder / "held.json";

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -247,18 +248,23 @@ TEST_F(StoreFixture, AFailedWriteLeavesThePreviousFileAndNoTemporaryFile) {
 
 // Only a regular file is read. Nothing else at the data file's place is waited on or replaced,
 // nothing a link points to is moved, and an earlier moved-aside file is never overwritten.
+// The device is a null device of the test's own: a fault here must never reach /dev.
 TEST_F(StoreFixture, SpecialFilesAreNeitherReadNorReplaced) {
     const fs::path earlier = folder / "todos.corrupt-1741252502.json";
     writeFile(earlier, "an earlier unreadable list");
     fs::create_directories(folder / "a folder");
     ASSERT_EQ(::mkfifo((folder / "a fifo").c_str(), 0600), 0);
-    const std::pair<const char*, std::function<void()>> cases[] = {
+    const fs::path device = folder / "a device";
+    const bool haveDevice = ::mknod(device.c_str(), S_IFCHR | 0600, ::makedev(1, 3)) == 0;
+    std::vector<std::pair<const char*, std::function<void()>>> cases = {
         {"FIFO", [&] { ::mkfifo(file.c_str(), 0600); }},
         {"link to a FIFO", [&] { fs::create_symlink(folder / "a fifo", file); }},
         {"link to a folder", [&] { fs::create_symlink(folder / "a folder", file); }},
-        {"link to a device", [&] { fs::create_symlink("/dev/null", file); }},
         {"loop of links", [&] { fs::create_symlink(file, file); }},
     };
+    if (haveDevice) {
+        cases.emplace_back("link to a device", [&] { fs::create_symlink(device, file); });
+    }
     int number = 2;
     for (const auto& [what, make] : cases) {
         make();
@@ -275,15 +281,17 @@ TEST_F(StoreFixture, SpecialFilesAreNeitherReadNorReplaced) {
     EXPECT_EQ(readFile(earlier), "an earlier unreadable list");
     EXPECT_EQ(fs::symlink_status(folder / "a fifo").type(), fs::file_type::fifo);
     EXPECT_TRUE(fs::is_directory(folder / "a folder"));
-    EXPECT_EQ(fs::status("/dev/null").type(), fs::file_type::character);
-
+    if (!haveDevice) {
+        GTEST_SKIP() << "devices need the right to make device nodes";
+    }
     // A device named as the data file is neither moved nor written.
     log.lines.clear();
-    open("/dev/null")->add("nowhere");
-    EXPECT_EQ(fs::status("/dev/null").type(), fs::file_type::character);
+    open(device)->add("nowhere");
+    EXPECT_EQ(fs::symlink_status(device).type(), fs::file_type::character);
     ASSERT_EQ(log.lines.size(), 2u);
-    EXPECT_EQ(log.lines[0], "Kelo: could not read /dev/null (it is a device). Left it in place.");
-    EXPECT_EQ(log.lines[1], "Kelo: could not save /dev/null: it is a device");
+    EXPECT_EQ(log.lines[0],
+              "Kelo: could not read " + device.string() + " (it is a device). Left it in place.");
+    EXPECT_EQ(log.lines[1], "Kelo: could not save " + device.string() + ": it is a device");
 }
 
 // The move can fail (here the new name is too long for the system); then the file stays, the
