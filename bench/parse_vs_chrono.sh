@@ -1,8 +1,8 @@
 #!/bin/bash
 # kelo-core parse against chrono-node (the common JavaScript natural-language date parser) on the
 # same 20,000 quick-add lines, in one run: both read the lines from a file, parse each with the
-# same clock reading and write one JSON line per input line. Prints both wall-clock times (median
-# of 5 runs, each a whole process including its start-up) and the ratio. chrono-node is installed
+# same clock reading and write one JSON line per input line. Prints the wall-clock and CPU times
+# of both (median of 5 runs, each a whole process including its start-up) and the ratios. chrono-node is installed
 # from the npm registry into a scratch folder, which is removed at the end. Not part of the tests.
 #
 # Usage: bench/parse_vs_chrono.sh [build folder]   (default: build beside this folder)
@@ -12,8 +12,8 @@ here=$(cd "$(dirname "$0")" && pwd)
 build=${1:-$here/../build}
 kelo_core=$build/tools/kelo-core/kelo-core
 [[ -x $kelo_core ]] || { echo "missing $kelo_core: build kelo-core first" >&2; exit 2; }
-command -v node >/dev/null && command -v npm >/dev/null ||
-    { echo "node and npm are needed (apt-get install nodejs npm)" >&2; exit 2; }
+command -v node >/dev/null && command -v npm >/dev/null && [[ -x /usr/bin/time ]] ||
+    { echo "node, npm and /usr/bin/time are needed (apt-get install nodejs npm time)" >&2; exit 2; }
 
 scratch=$(mktemp -d /tmp/kelo-chrono-XXXXXX)
 trap 'rm -rf "$scratch"' EXIT
@@ -51,25 +51,31 @@ for (const line of input) {
 process.stdout.write(out.join("\n") + "\n");
 JS
 
-# Milliseconds of one whole run, median of five.
+# Wall-clock and CPU (user + system) milliseconds of one whole run, each the median of five. On
+# a busy machine the wall clock also counts waiting for a core; the CPU time does not.
 median_ms() {
-    local times=()
+    local wall=() cpu=()
     for _ in 1 2 3 4 5; do
-        local start end
-        start=$(date +%s%N)
-        "$@" <"$scratch/lines" >"$scratch/out"
-        end=$(date +%s%N)
-        times+=($(((end - start) / 1000000)))
+        local figures
+        figures=$(/usr/bin/time -f '%e %U %S' "$@" <"$scratch/lines" 2>&1 >"$scratch/out" | tail -1)
+        read -r elapsed user system <<<"$figures"
+        wall+=("$(awk -v e="$elapsed" 'BEGIN { printf "%d", e * 1000 }')")
+        cpu+=("$(awk -v u="$user" -v s="$system" 'BEGIN { printf "%d", (u + s) * 1000 }')")
     done
-    printf '%s\n' "${times[@]}" | sort -n | sed -n 3p
+    echo "$(printf '%s\n' "${wall[@]}" | sort -n | sed -n 3p)" \
+        "$(printf '%s\n' "${cpu[@]}" | sort -n | sed -n 3p)"
 }
 
-kelo_ms=$(median_ms "$kelo_core" parse --now 2025-03-06T10:00:00+01:00 --tz Europe/Berlin)
+read -r kelo_wall kelo_cpu < <(median_ms "$kelo_core" parse --now 2025-03-06T10:00:00+01:00 \
+    --tz Europe/Berlin)
 [[ $(wc -l <"$scratch/out") -eq 20000 ]] || { echo "kelo-core gave a wrong count" >&2; exit 1; }
-chrono_ms=$(TZ=Europe/Berlin median_ms node "$scratch/chrono.js")
+read -r chrono_wall chrono_cpu < <(TZ=Europe/Berlin median_ms node "$scratch/chrono.js")
 [[ $(wc -l <"$scratch/out") -eq 20000 ]] || { echo "chrono-node gave a wrong count" >&2; exit 1; }
 
-echo "20,000 lines, median of 5 whole runs each"
-echo "kelo-core parse  ${kelo_ms} ms"
-echo "chrono-node      ${chrono_ms} ms"
-awk -v k="$kelo_ms" -v c="$chrono_ms" 'BEGIN { printf "ratio            %.1fx\n", c / (k > 0 ? k : 1) }'
+ratio() { awk -v k="$1" -v c="$2" 'BEGIN { printf "%.1fx", c / (k > 0 ? k : 1) }'; }
+echo "20,000 lines, median of 5 whole runs each (/usr/bin/time, 10 ms steps)"
+echo "                 wall clock   CPU"
+printf 'kelo-core parse  %7s ms %6s ms\n' "$kelo_wall" "$kelo_cpu"
+printf 'chrono-node      %7s ms %6s ms\n' "$chrono_wall" "$chrono_cpu"
+printf 'ratio            %10s %9s\n' "$(ratio "$kelo_wall" "$chrono_wall")" \
+    "$(ratio "$kelo_cpu" "$chrono_cpu")"
