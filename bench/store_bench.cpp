@@ -45,7 +45,8 @@ fs::path scratchFolder() {
 
 // Written in one go: restoring task by task would save, and fsync, the growing file each time.
 void seedFile(const fs::path& file, int count) {
-    if (writeFileAtomically(file, encodeTodos(sampleTodos(count)))) {
+    if (std::holds_alternative<FileError>(
+            writeFileAtomically(file, encodeTodos(sampleTodos(count))))) {
         std::abort();
     }
 }
@@ -95,18 +96,29 @@ void BM_WriteAtomically(benchmark::State& state) {
 }
 BENCHMARK(BM_WriteAtomically)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
-// A start-up load: read, decode, and refresh the backup copy.
-void BM_Load(benchmark::State& state) {
+// A start-up load: read and decode, and, unless only the part before the first frame is measured,
+// the backup copy the shell asks for after it.
+void load(benchmark::State& state, bool withBackup) {
     const fs::path folder = scratchFolder();
     const fs::path file = folder / "todos.json";
     seedFile(file, static_cast<int>(state.range(0)));
     for (auto _ : state) {
         TodoStore store(file, TodoStore::Options{currentTime, [](std::string_view) {}});
+        if (withBackup) {
+            store.writeBackup();
+        }
         benchmark::DoNotOptimize(store.todos().data());
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
     fs::remove_all(folder);
 }
+void BM_Load(benchmark::State& state) {
+    load(state, true);
+}
+void BM_LoadBeforeFirstFrame(benchmark::State& state) {
+    load(state, false);
+}
 BENCHMARK(BM_Load)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LoadBeforeFirstFrame)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 } // namespace

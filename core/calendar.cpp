@@ -10,10 +10,6 @@ namespace {
 
 constexpr std::int64_t millisecondsPerDay = 86'400'000;
 
-std::int64_t floorDiv(std::int64_t a, std::int64_t b) {
-    return a / b - ((a % b != 0) && ((a < 0) != (b < 0)) ? 1 : 0);
-}
-
 } // namespace
 
 Calendar::Calendar(std::unique_ptr<icu::TimeZone> zone, icu::Locale locale)

@@ -2,15 +2,6 @@
 
 namespace kelo {
 
-namespace {
-
-// Floor division, so that negative years and months land in the right era.
-constexpr std::int64_t floorDiv(std::int64_t a, std::int64_t b) {
-    return a / b - ((a % b != 0) && ((a < 0) != (b < 0)) ? 1 : 0);
-}
-
-} // namespace
-
 std::int64_t CivilDay::serial() const {
     // Normalise a month outside 1...12 into the year first.
     const std::int64_t monthIndex = static_cast<std::int64_t>(month) - 1;

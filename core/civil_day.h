@@ -4,6 +4,12 @@
 
 namespace kelo {
 
+// Division that rounds towards negative infinity, so that moments and days before 1970 and
+// negative years land in the right day, era or week. b > 0.
+[[nodiscard]] constexpr std::int64_t floorDiv(std::int64_t a, std::int64_t b) {
+    return a / b - (a % b < 0 ? 1 : 0);
+}
+
 // A day of the proleptic Gregorian calendar, with the arithmetic of Howard Hinnant's
 // "chrono-compatible low-level date algorithms". Kelo never needs the Julian calendar, so days
 // before 1582 continue the Gregorian rules backwards, exactly as the zone-aware code does.

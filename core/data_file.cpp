@@ -67,6 +67,13 @@ std::optional<FileError> writeAll(int fd, std::string_view bytes, const fs::path
     return std::nullopt;
 }
 
+FileIdentity identity(const struct stat& info) {
+    return FileIdentity{
+        static_cast<std::uint64_t>(info.st_dev), static_cast<std::uint64_t>(info.st_ino),
+        static_cast<std::int64_t>(info.st_size),
+        static_cast<std::int64_t>(info.st_mtim.tv_sec) * 1'000'000'000 + info.st_mtim.tv_nsec};
+}
+
 } // namespace
 
 std::optional<FileError> createPrivateFolders(const fs::path& folder) {
@@ -90,8 +97,16 @@ std::optional<FileError> createPrivateFolders(const fs::path& folder) {
     return std::nullopt;
 }
 
-std::variant<std::string, FileError> readDataFile(const fs::path& path) {
-    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+std::optional<FileIdentity> identityOf(const fs::path& path) {
+    struct stat info {};
+    if (::lstat(path.c_str(), &info) != 0) {
+        return std::nullopt;
+    }
+    return identity(info);
+}
+
+std::variant<FileContent, FileError> readDataFile(const fs::path& path) {
+    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (file.get() < 0) {
         return systemError("opening", path);
     }
@@ -99,15 +114,15 @@ std::variant<std::string, FileError> readDataFile(const fs::path& path) {
     if (::fstat(file.get(), &info) != 0) {
         return systemError("reading", path);
     }
-    if (S_ISDIR(info.st_mode)) {
-        return systemError("reading", path, EISDIR);
+    if (!S_ISREG(info.st_mode)) {
+        return FileError{"it is not a regular file", S_ISDIR(info.st_mode) ? EISDIR : EINVAL};
     }
     if (static_cast<std::uintmax_t>(info.st_size) > maximumDataFileSize) {
         return FileError{"the file is larger than 32 MiB", EFBIG};
     }
     std::string bytes;
     // Sized once, so that a large list is not copied again at every step of its growth.
-    bytes.reserve(static_cast<std::size_t>(info.st_size));
+    bytes.reserve(static_cast<std::size_t>(info.st_size) + readerPadding);
     char buffer[64 * 1024];
     for (;;) {
         const ssize_t count = ::read(file.get(), buffer, sizeof buffer);
@@ -118,7 +133,7 @@ std::variant<std::string, FileError> readDataFile(const fs::path& path) {
             return systemError("reading", path);
         }
         if (count == 0) {
-            return bytes;
+            return FileContent{std::move(bytes), identity(info)};
         }
         bytes.append(buffer, static_cast<std::size_t>(count));
         if (bytes.size() > maximumDataFileSize) {
@@ -127,10 +142,11 @@ std::variant<std::string, FileError> readDataFile(const fs::path& path) {
     }
 }
 
-std::optional<FileError> writeFileAtomically(const fs::path& path, std::string_view bytes) {
+std::variant<FileIdentity, FileError> writeFileAtomically(const fs::path& path,
+                                                          std::string_view bytes) {
     const fs::path folder = path.parent_path();
     if (auto error = createPrivateFolders(folder)) {
-        return error;
+        return std::move(*error);
     }
     std::string temporary =
         (folder / (temporaryPrefix(path) + std::string(temporaryMarker))).string();
@@ -140,12 +156,13 @@ std::optional<FileError> writeFileAtomically(const fs::path& path, std::string_v
     }
     auto failed = [&](FileError error) {
         ::unlink(temporary.c_str());
-        return std::optional<FileError>(std::move(error));
+        return std::variant<FileIdentity, FileError>(std::move(error));
     };
     if (auto error = writeAll(file.get(), bytes, temporary)) {
         return failed(std::move(*error));
     }
-    if (::fsync(file.get()) != 0) {
+    struct stat written {};
+    if (::fsync(file.get()) != 0 || ::fstat(file.get(), &written) != 0) {
         return failed(systemError("flushing", temporary));
     }
     if (!file.close()) {
@@ -161,7 +178,7 @@ std::optional<FileError> writeFileAtomically(const fs::path& path, std::string_v
     if (directory.get() >= 0) {
         ::fsync(directory.get());
     }
-    return std::nullopt;
+    return identity(written);
 }
 
 void removeLeftoverTemporaries(const fs::path& path) {

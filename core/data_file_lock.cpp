@@ -1,6 +1,7 @@
 #include "data_file_lock.h"
 
 #include "data_file.h"
+#include "data_file_place.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -10,7 +11,8 @@
 namespace kelo {
 
 std::filesystem::path DataFileLock::lockFileFor(const std::filesystem::path& dataFile) {
-    std::filesystem::path lock = dataFile;
+    // On the file itself, so that a writer through a link and one on its target exclude each other.
+    std::filesystem::path lock = resolvedDataFile(dataFile);
     lock += ".lock";
     return lock;
 }

@@ -7,7 +7,8 @@ namespace kelo {
 // Keeps a second Kelo process from writing the same data file: both would rewrite the whole file
 // after every change and silently drop each other's tasks. The lock is an flock(2) on
 // "<data file>.lock" beside the file, so the kernel releases it when the process ends however it
-// ends; a crash never leaves a stale lock. The lock file itself is left in place: removing it
+// ends; a crash never leaves a stale lock. A data file that is a symbolic link is locked at its
+// target. The lock file itself is left in place: removing it
 // would let two processes lock two different files under the same name.
 class DataFileLock {
 public:

@@ -226,7 +226,7 @@ std::optional<std::size_t> step(Reading& reading, const Word& w, const Word* x, 
     return std::nullopt;
 }
 
-std::optional<When> read(std::span<const Word> words, Today& today) {
+std::optional<Schedule> read(std::span<const Word> words, Today& today) {
     Reading reading;
     for (std::size_t at = 0; at < words.size();) {
         const Word* x = at + 1 < words.size() ? &words[at + 1] : nullptr;
@@ -241,8 +241,8 @@ std::optional<When> read(std::span<const Word> words, Today& today) {
         return std::nullopt;
     }
     const auto minute = reading.time ? reading.time : reading.part;
-    return When{std::move(reading.day),
-                minute ? std::optional<std::int64_t>(*minute) : std::nullopt};
+    return Schedule{std::move(reading.day),
+                    minute ? std::optional<std::int64_t>(*minute) : std::nullopt};
 }
 
 } // namespace
@@ -263,10 +263,10 @@ Parsed parse(std::string_view text, Timestamp now, const Calendar& calendar) {
         const std::string title = joined(words.first(k));
         const std::string_view trimmed = trimJunk(title);
         if (!trimmed.empty()) {
-            return Parsed{std::string(trimmed), std::move(phrase->day), phrase->minute};
+            return Parsed{std::move(*phrase), std::string(trimmed)};
         }
     }
-    return Parsed{joined(words), std::nullopt, std::nullopt};
+    return Parsed{{}, joined(words)};
 }
 
 Parsed plan(std::string_view text, Bucket bucket, Timestamp now, const Calendar& calendar) {
@@ -279,7 +279,7 @@ Parsed plan(std::string_view text, Bucket bucket, Timestamp now, const Calendar&
     return parsed;
 }
 
-std::optional<When> when(std::string_view text, Timestamp now, const Calendar& calendar) {
+std::optional<Schedule> when(std::string_view text, Timestamp now, const Calendar& calendar) {
     const Line line(text);
     Today today(now, calendar);
     return read(line.words(), today);

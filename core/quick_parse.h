@@ -2,6 +2,7 @@
 
 #include "calendar.h"
 #include "day.h"
+#include "schedule.h"
 #include "todo.h"
 
 #include <cstdint>
@@ -11,21 +12,11 @@
 
 namespace kelo {
 
-// What a quick-add line means: the title and the trailing day-and-time phrase cut off it.
-struct Parsed {
+// What a quick-add line means: the day and time of the trailing phrase, and the title before it.
+struct Parsed : Schedule {
     std::string title;
-    std::optional<DayKey> day;
-    std::optional<std::int64_t> minute;
 
     bool operator==(const Parsed&) const = default;
-};
-
-// A day and time read from a phrase alone; either part may be absent, not both.
-struct When {
-    std::optional<DayKey> day;
-    std::optional<std::int64_t> minute;
-
-    bool operator==(const When&) const = default;
 };
 
 namespace QuickParse {
@@ -39,9 +30,10 @@ namespace QuickParse {
 [[nodiscard]] Parsed plan(std::string_view text, Bucket bucket, Timestamp now,
                           const Calendar& calendar);
 
-// The whole text read as a phrase, as typed to reschedule a task ("tomorrow 3pm").
-[[nodiscard]] std::optional<When> when(std::string_view text, Timestamp now,
-                                       const Calendar& calendar);
+// The whole text read as a phrase, as typed to reschedule a task ("tomorrow 3pm"); either part
+// of the result may be absent, not both.
+[[nodiscard]] std::optional<Schedule> when(std::string_view text, Timestamp now,
+                                           const Calendar& calendar);
 
 // The canonical phrase for a day and time ("tomorrow 3pm", "saturday 9:30am", "mar 13"), which
 // `when` reads back to the same day and minute.

@@ -44,7 +44,7 @@ Timestamp currentTime() {
 
 std::string internetDateTime(Timestamp time) {
     const auto seconds = std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
-    const std::int64_t days = seconds >= 0 ? seconds / 86400 : (seconds - 86399) / 86400;
+    const std::int64_t days = floorDiv(seconds, 86400);
     const auto secondOfDay = static_cast<int>(seconds - days * 86400); // [0, 86399]
     const CivilDay day = CivilDay::fromSerial(days);
     // Written by hand: the data file holds two of these per task, and printf is slow at it. The
@@ -108,6 +108,13 @@ std::optional<Timestamp> parseInternetDateTime(std::string_view text) {
     }
     const std::int64_t seconds =
         civil.serial() * 86400 + *hour * 3600 + *minute * 60 + *second - offsetSeconds;
+    // An offset can carry a time of year 0000 or 9999 past the range that is written back in
+    // four digits; such a time would make the saved file unreadable.
+    static const std::int64_t first = CivilDay{0, 1, 1}.serial() * 86400;
+    static const std::int64_t pastLast = CivilDay{10000, 1, 1}.serial() * 86400;
+    if (seconds < first || seconds >= pastLast) {
+        return std::nullopt;
+    }
     return Timestamp(std::chrono::seconds(seconds));
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "day.h"
+#include "schedule.h"
 #include "timestamp.h"
 #include "uuid.h"
 
@@ -11,13 +11,11 @@
 
 namespace kelo {
 
-// One task. Which list shows it follows from its day; nothing else about lists is stored.
-struct Todo {
+// One task: its schedule (day, and minute only with a day), then the rest. Which list shows it
+// follows from its day; nothing else about lists is stored.
+struct Todo : Schedule {
     Uuid id;
     std::string title;
-    std::optional<DayKey> day;
-    // Minutes after local midnight, [0, 1439]; only meaningful with a day.
-    std::optional<std::int64_t> minute;
     std::optional<Timestamp> doneAt;
     Timestamp created;
 

@@ -3,19 +3,23 @@
 #include <array>
 #include <charconv>
 #include <iterator>
+#include <unicode/utf8.h>
 
 namespace kelo {
 
 namespace {
 
-// Bytes that cannot be written into a string as they are.
-constexpr std::array<bool, 256> needsEscape = [] {
+// Bytes that cannot be written into a string as they are, and bytes beyond ASCII, which are
+// written as they are only as part of a well-formed UTF-8 sequence.
+constexpr std::array<bool, 256> needsLook = [] {
     std::array<bool, 256> table{};
     for (std::size_t c = 0; c < table.size(); ++c) {
-        table[c] = c < 0x20 || c == '"' || c == '\\' || c == '/';
+        table[c] = c < 0x20 || c == '"' || c == '\\' || c == '/' || c >= 0x80;
     }
     return table;
 }();
+
+constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 
 void appendEscape(std::string& out, char c) {
     static constexpr std::string_view named = "\"\\/\b\f\n\r\t";
@@ -34,12 +38,27 @@ void appendEscape(std::string& out, char c) {
 void appendString(std::string& out, std::string_view text) {
     out += '"';
     // Runs of plain characters are copied at once; most text has nothing to escape.
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto length = static_cast<std::int32_t>(text.size());
     std::size_t run = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (needsEscape[static_cast<unsigned char>(text[i])]) {
-            out.append(text, run, i - run);
-            appendEscape(out, text[i]);
-            run = i + 1;
+    for (std::int32_t i = 0; i < length;) {
+        if (!needsLook[bytes[i]]) {
+            ++i;
+            continue;
+        }
+        if (bytes[i] < 0x80) {
+            out.append(text, run, static_cast<std::size_t>(i) - run);
+            appendEscape(out, text[static_cast<std::size_t>(i)]);
+            run = static_cast<std::size_t>(++i);
+            continue;
+        }
+        const std::int32_t start = i;
+        UChar32 c = 0;
+        U8_NEXT(bytes, i, length, c);
+        if (c < 0) {
+            out.append(text, run, static_cast<std::size_t>(start) - run);
+            out += replacementCharacter;
+            run = static_cast<std::size_t>(i);
         }
     }
     out.append(text, run);

@@ -1,12 +1,8 @@
 #include "todo_store.h"
 
-#include "data_file.h"
-#include "todo_json.h"
-
-#include <cerrno>
+#include <algorithm>
 #include <cstdlib>
 #include <pwd.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace kelo {
@@ -70,22 +66,18 @@ fs::path homeFolder() {
     return fs::current_path();
 }
 
-fs::path backupPath(const fs::path& url) {
-    return url.parent_path() / (url.stem().string() + ".backup.json");
+// The one way a task is found by its id: the first with that id, in stored order.
+template <typename List> auto firstWithId(List& todos, const Uuid& id) {
+    return std::find_if(todos.begin(), todos.end(),
+                        [&](const Todo& todo) { return todo.id == id; });
 }
 
 } // namespace
 
-TodoStore::TodoStore(fs::path url)
-    : TodoStore(std::move(url), Options{}) {}
+TodoStore::TodoStore(fs::path path)
+    : TodoStore(std::move(path), Options{}) {}
 
-TodoStore::TodoStore(fs::path url, Options options)
-    : url_(std::move(url))
-    , options_(std::move(options)) {
-    load();
-}
-
-fs::path TodoStore::defaultURL() {
+fs::path TodoStore::defaultPath() {
     // Relative values are invalid by the XDG rules and are ignored.
     const char* dataHome = std::getenv("XDG_DATA_HOME");
     const fs::path base = dataHome != nullptr && fs::path(dataHome).is_absolute()
@@ -94,55 +86,9 @@ fs::path TodoStore::defaultURL() {
     return base / "Kelo" / "todos.json";
 }
 
-void TodoStore::load() {
-    removeLeftoverTemporaries(url_);
-    removeLeftoverTemporaries(backupPath(url_));
-    struct stat info {};
-    if (::lstat(url_.c_str(), &info) != 0 && (errno == ENOENT || errno == ENOTDIR)) {
-        return;
-    }
-    // A folder in the data file's place (KELO_DATA naming a folder) is no unreadable file: moving
-    // it aside would move someone's folder.
-    if (::stat(url_.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) {
-        options_.log("Kelo: could not read " + url_.string() +
-                     " (it is a folder). Left it in place.");
-        return;
-    }
-    auto bytes = readDataFile(url_);
-    std::string error;
-    if (auto* read = std::get_if<std::string>(&bytes)) {
-        auto decoded = decodeTodos(*read);
-        if (auto* todos = std::get_if<std::vector<Todo>>(&decoded)) {
-            todos_ = std::move(*todos);
-            // The backup is a convenience; failing to refresh it must not stop the start.
-            (void)writeFileAtomically(backupPath(url_), *read);
-            return;
-        }
-        error = std::get<std::string>(decoded);
-    } else {
-        error = std::get<FileError>(bytes).description;
-    }
-
-    const auto seconds =
-        std::chrono::duration_cast<std::chrono::seconds>(options_.clock().time_since_epoch());
-    const std::string name = "todos.corrupt-" + std::to_string(seconds.count()) + ".json";
-    std::error_code ignored;
-    fs::rename(url_, url_.parent_path() / name, ignored);
-    options_.log("Kelo: could not read " + url_.string() + " (" + error + "). Moved it to " + name +
-                 ".");
-}
-
-void TodoStore::save() {
-    if (auto error = writeFileAtomically(url_, encodeTodos(todos_))) {
-        options_.log("Kelo: could not save " + url_.string() + ": " + error->description);
-    }
-}
-
-void TodoStore::changed() {
-    if (observer_) {
-        observer_();
-    }
-    save();
+const Todo* TodoStore::find(const Uuid& id) const {
+    const auto found = firstWithId(todos_, id);
+    return found == todos_.end() ? nullptr : &*found;
 }
 
 std::optional<Todo> TodoStore::add(std::string_view title, std::optional<DayKey> day,
@@ -157,19 +103,27 @@ std::optional<Todo> TodoStore::add(std::string_view title, std::optional<DayKey>
     todo.minute = day ? minute : std::nullopt;
     todo.day = std::move(day);
     todo.created = options_.clock();
-    todos_.push_back(todo);
-    changed();
+    commit([&](std::vector<Todo>& todos) {
+        todos.push_back(todo);
+        return true;
+    });
     return todo;
 }
 
 void TodoStore::update(const Uuid& id, const std::function<void(Todo&)>& mutation) {
-    const auto found =
-        std::find_if(todos_.begin(), todos_.end(), [&](const Todo& todo) { return todo.id == id; });
-    if (found == todos_.end()) {
-        return;
-    }
-    mutation(*found);
-    changed();
+    commit([&](std::vector<Todo>& todos) {
+        const auto found = firstWithId(todos, id);
+        if (found == todos.end()) {
+            return false;
+        }
+        Todo changed = *found;
+        mutation(changed);
+        if (changed == *found) {
+            return false;
+        }
+        *found = std::move(changed);
+        return true;
+    });
 }
 
 void TodoStore::toggle(const Uuid& id, Timestamp now) {
@@ -179,20 +133,24 @@ void TodoStore::toggle(const Uuid& id, Timestamp now) {
 }
 
 std::optional<Todo> TodoStore::remove(const Uuid& id) {
-    const auto found =
-        std::find_if(todos_.begin(), todos_.end(), [&](const Todo& todo) { return todo.id == id; });
-    if (found == todos_.end()) {
-        return std::nullopt;
-    }
-    Todo removed = std::move(*found);
-    todos_.erase(found);
-    changed();
+    std::optional<Todo> removed;
+    commit([&](std::vector<Todo>& todos) {
+        const auto found = firstWithId(todos, id);
+        if (found == todos.end()) {
+            return false;
+        }
+        removed = std::move(*found);
+        todos.erase(found);
+        return true;
+    });
     return removed;
 }
 
 void TodoStore::restore(const Todo& todo) {
-    todos_.push_back(todo);
-    changed();
+    commit([&](std::vector<Todo>& todos) {
+        todos.push_back(todo);
+        return true;
+    });
 }
 
 } // namespace kelo

@@ -125,7 +125,7 @@ void IslandModel::move(const Todo& task, const std::optional<DayKey>& day,
 }
 
 bool IslandModel::reschedule(const Todo& task, const QString& phrase) {
-    const std::optional<When> when = QuickParse::when(stdText(phrase), now_, calendar_);
+    const std::optional<Schedule> when = QuickParse::when(stdText(phrase), now_, calendar_);
     if (!when) {
         return false;
     }

@@ -221,9 +221,8 @@ void IslandModel::refreshLists() {
 }
 
 std::optional<Todo> IslandModel::todoWithId(const Uuid& id) const {
-    const auto& todos = store_->todos();
-    const auto found = std::ranges::find(todos, id, &Todo::id);
-    return found == todos.end() ? std::nullopt : std::optional(*found);
+    const Todo* found = store_->find(id);
+    return found != nullptr ? std::optional<Todo>(*found) : std::nullopt;
 }
 
 } // namespace kelo

@@ -9,8 +9,9 @@
 #include <memory>
 
 namespace kelo {
+class DataFileWatcher;
 class IslandModel;
-}
+} // namespace kelo
 
 namespace kelo::shell {
 
@@ -38,6 +39,7 @@ private:
     // In the order they are built, so that each goes before what it uses.
     DesktopPlatform platform_;
     std::unique_ptr<IslandModel> model_;
+    std::unique_ptr<DataFileWatcher> dataFileWatcher_;
     std::unique_ptr<IslandPanel> panel_;
     std::unique_ptr<HotKey> hotKey_;
     std::unique_ptr<IslandBus> bus_;

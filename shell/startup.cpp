@@ -59,7 +59,7 @@ std::filesystem::path chooseDataFile() {
             path.empty() ? std::filesystem::current_path(ec) : std::filesystem::absolute(path, ec);
         return ec ? std::filesystem::path(path) : chosen;
     }
-    return TodoStore::defaultURL();
+    return TodoStore::defaultPath();
 }
 
 void prepareQtEnvironment() {

@@ -27,6 +27,12 @@ TEST(DataFileLockTest, OneHolderPerDataFileAndTheFolderIsCreated) {
     }
     EXPECT_TRUE(DataFileLock(data).isLocked()) << "released with its holder";
 
+    // A writer through a link and one on its target exclude each other.
+    std::filesystem::create_symlink(data, folder / "link.json");
+    const DataFileLock throughLink(folder / "link.json");
+    EXPECT_EQ(throughLink.lockFile(), DataFileLock::lockFileFor(data));
+    EXPECT_EQ(DataFileLock(data).status(), Status::heldByOther);
+
     testing::writeFile(folder / "plain", "a file, not a folder");
     DataFileLock impossible(folder / "plain" / "todos.json");
     EXPECT_EQ(impossible.status(), Status::unavailable);

@@ -5,12 +5,10 @@
 #include <cstring>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <poll.h>
-#include <random>
 #include <regex>
-#include <sstream>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,17 +23,19 @@ std::string at10(const std::string& command) {
     return command + " --now 2025-03-06T10:00:00+01:00 --tz Europe/Berlin --locale en_US";
 }
 
-// Runs the command to its end, its input, output and errors in files.
+// Runs the command to its end, its input, output and errors in files; the prelude is shell
+// commands run before it.
 struct Outcome {
     int status; // 124 when it did not end within a minute
     std::string output;
     std::string errors;
 };
 
-Outcome run(const std::string& command, const std::string& input = "") {
+Outcome run(const std::string& command, const std::string& input = "",
+            const std::string& prelude = "") {
     const testing::ScratchFolder folder;
     testing::writeFile(folder / "in", input);
-    const int status = std::system(("timeout 60 " KELO_CORE_PROGRAM " " + command + " <" +
+    const int status = std::system((prelude + "timeout 60 " KELO_CORE_PROGRAM " " + command + " <" +
                                     (folder / "in").string() + " >" + (folder / "out").string() +
                                     " 2>" + (folder / "err").string())
                                        .c_str());
@@ -99,11 +99,14 @@ void expectAnswers(const std::string& command,
 }
 
 TEST(KeloCoreCli, LineCommandsAnswerEachLineAndReadOnAfterBadOnes) {
-    expectAnswers(at10("parse"), {{R"("dentist fri 3pm")",
-                                   R"({"title": "dentist", "day": "2025-03-07", "minute": 900})"},
-                                  {"  \t", R"({"error": "empty line"})"},
-                                  {"dentist fri", R"({"error": "not JSON"})"},
-                                  {"42", R"({"error": "expected a JSON string"})"}});
+    expectAnswers(
+        at10("parse"),
+        {{R"("dentist fri 3pm")", R"({"title": "dentist", "day": "2025-03-07", "minute": 900})"},
+         {"  \t", R"({"error": "empty line"})"},
+         {"dentist fri", R"({"error": "not JSON"})"},
+         {"\"\xff\"", R"({"error": "not JSON"})"},
+         {R"("dentist\nfri 3pm")", R"({"title": "dentist", "day": "2025-03-07", "minute": 900})"},
+         {"42", R"({"error": "expected a JSON string"})"}});
     expectAnswers(at10("parse --bucket=backlog"),
                   {{R"("milk 5pm")", R"({"title": "milk", "day": "2025-03-06", "minute": 1020})"}});
     expectAnswers(at10("when"), {{R"("Tomorrow 3PM")", R"({"day": "2025-03-07", "minute": 900})"},
@@ -156,6 +159,17 @@ TEST(KeloCoreCli, AddAnswersWithWhatItWroteToTheFile) {
     EXPECT_EQ(milk["day"], "2025-03-06") << "the Today tab by default";
     EXPECT_EQ(json::parse(answers[3], nullptr, false), json::parse(R"({"error": "not JSON"})"));
     EXPECT_EQ(json::parse(testing::readFile(file), nullptr, false), json::array({dentist, milk}));
+
+    // A file size limit (one block: the answer fits, the list does not) fails the save as a full
+    // disk would. The task is answered with an error, and nothing after it is read, so no later
+    // save carries it into the file.
+    const std::string longTitle = '"' + std::string(2000, 'b') + "\"\n";
+    const Outcome full =
+        run("add " + file.string(), longTitle + "\"eggs\"\n", "trap '' XFSZ; ulimit -f 1; ");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_TRUE(full.output.starts_with(R"({"error":"could not save )")) << full.output;
+    EXPECT_EQ(std::count(full.output.begin(), full.output.end(), '\n'), 1) << full.output;
+    EXPECT_EQ(json::parse(testing::readFile(file), nullptr, false), json::array({dentist, milk}));
 }
 
 // "#n" stands for the id 00000000-0000-4000-8000-00000000000n.
@@ -195,6 +209,8 @@ TEST(KeloCoreCli, ListsAndAddLeaveFilesTheyMayNotTouchAlone) {
     EXPECT_EQ(testing::readFile(file), "[{\"id\": 1}]");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), fs::directory_iterator()), 1);
     EXPECT_EQ(run(at10("lists " + (folder / "missing.json").string())).status, 1);
+    ASSERT_EQ(::mkfifo((folder / "fifo.json").c_str(), 0600), 0);
+    EXPECT_EQ(run(at10("lists " + (folder / "fifo.json").string())).status, 1) << "not waited on";
 
     // A running Kelo holds the lock: add refuses before touching the file.
     const fs::path held = folder / "held.json";
@@ -205,65 +221,6 @@ TEST(KeloCoreCli, ListsAndAddLeaveFilesTheyMayNotTouchAlone) {
     EXPECT_EQ(refused.output, "");
     EXPECT_NE(refused.errors.find("in use"), std::string::npos) << refused.errors;
     EXPECT_FALSE(fs::exists(held));
-}
-
-std::vector<std::string> words(const std::string& text) {
-    std::istringstream in(text);
-    return {std::istream_iterator<std::string>(in), std::istream_iterator<std::string>()};
-}
-
-// Raw bytes, soups of JSON tokens, JSON strings of quick-add words, and schedules near and far.
-std::string randomLine(std::mt19937& random) {
-    static const std::vector<std::string> vocabularies[] = {
-        [] {
-            std::vector<std::string> bytes;
-            for (int byte = 0; byte < 256; ++byte) {
-                bytes.emplace_back(1, byte == '\n' ? ' ' : static_cast<char>(byte));
-            }
-            return bytes;
-        }(),
-        words(R"(null { } [ ] : , " "day" "minute" true 0 1439 -1 1e400 "2025-03-07" "2025-02-30")"
-              R"( "\u00e9" \ é "x")"
-              " \xff"),
-        words(
-            "in 3 999 1000 days w fri friday at @ @9:30 tomorrow next week weekend this on by due "
-            "12am 13pm 0:15 jan feb 29 31st th - — morning tonight pm am x , ."),
-    };
-    static const json days = json::parse(R"([null, "2025-03-07", "2025-3-6", "2025-02-30",
-        "0999-01-01", "9999-12-31", "-5-1-1", "1000000-1-1", "someday", 7])");
-    static const json minutes = json::parse(R"([null, 0, 59, 720, 1439, 1440, -1, 9.5, "900",
-        18446744073709551615])");
-    const auto pick = [&random](std::size_t below) { return random() % below; };
-    const std::size_t kind = pick(4);
-    if (kind == 3) {
-        return json{{"day", days[pick(days.size())]},
-                    {"minute", pick(2) ? json(pick(1440)) : minutes[pick(minutes.size())]}}
-            .dump();
-    }
-    std::string line;
-    for (std::size_t n = pick(kind == 0 ? 72 : 24); n > 0; --n) {
-        line += vocabularies[kind][pick(vocabularies[kind].size())];
-        line += kind == 2 ? (pick(4) == 0 ? "\\t" : " ") : "";
-    }
-    return kind == 2 ? '"' + line + '"' : line;
-}
-
-TEST(KeloCoreCli, RandomLinesGetOneAnswerEach) {
-    const testing::ScratchFolder folder;
-    std::mt19937 random(1741253702);
-    for (const std::string& command :
-         {std::string("parse"), std::string("parse --bucket backlog"), std::string("when"),
-          std::string("phrase"), std::string("format"),
-          "add " + (folder / "todos.json").string()}) {
-        std::vector<std::string> lines(command.starts_with("add") ? 300 : 2000);
-        for (std::string& line : lines) {
-            line = randomLine(random);
-        }
-        for (const std::string& answer : converse(at10(command), lines)) {
-            EXPECT_FALSE(json::parse(answer, nullptr, false).is_discarded())
-                << command << " answered " << answer;
-        }
-    }
 }
 
 } // namespace

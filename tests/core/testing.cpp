@@ -51,7 +51,7 @@ Timestamp utc(std::string_view internetDateTime) {
 Todo todo(std::string title, std::optional<DayKey> day, std::optional<std::int64_t> minute,
           std::optional<Timestamp> doneAt, int age) {
     const Timestamp created = utc("2025-03-01T12:00:00Z") - std::chrono::minutes(age);
-    return Todo{Uuid::random(), std::move(title), std::move(day), minute, doneAt, created};
+    return Todo{{std::move(day), minute}, Uuid::random(), std::move(title), doneAt, created};
 }
 
 std::vector<std::string> titles(const std::vector<Todo>& todos) {

@@ -25,13 +25,19 @@ constexpr std::string_view exampleFile = R"([
 ])";
 
 std::vector<Todo> exampleTodos() {
-    return {Todo{*Uuid::parse("3f2b8c1e-5a47-4d0b-9e6f-2c8a1b7d4e90"), "dentist", "2025-03-07", 900,
-                 std::nullopt, utc("2025-03-06T09:15:02Z")},
-            Todo{*Uuid::parse("2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13"), "taxes", std::nullopt,
-                 std::nullopt, utc("2025-03-06T08:02:10Z"), utc("2025-03-01T18:40:55Z")}};
+    return {Todo{{"2025-03-07", 900},
+                 *Uuid::parse("3f2b8c1e-5a47-4d0b-9e6f-2c8a1b7d4e90"),
+                 "dentist",
+                 std::nullopt,
+                 utc("2025-03-06T09:15:02Z")},
+            Todo{{},
+                 *Uuid::parse("2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13"),
+                 "taxes",
+                 utc("2025-03-06T08:02:10Z"),
+                 utc("2025-03-01T18:40:55Z")}};
 }
 
-std::vector<Todo> decoded(std::string_view bytes) {
+std::vector<Todo> decoded(const std::string& bytes) {
     auto result = decodeTodos(bytes);
     if (auto* error = std::get_if<std::string>(&result)) {
         ADD_FAILURE() << "unreadable: " << *error << "\n" << bytes;
@@ -42,7 +48,7 @@ std::vector<Todo> decoded(std::string_view bytes) {
 
 TEST(TodoJson, WritesTheExactBytesOfTheDataFileInWholeSeconds) {
     EXPECT_EQ(encodeTodos({}), "[]");
-    EXPECT_EQ(decoded(exampleFile), exampleTodos());
+    EXPECT_EQ(decoded(std::string(exampleFile)), exampleTodos());
     std::vector<Todo> todos = exampleTodos();
     todos[0].created += std::chrono::milliseconds(731);
     todos[1].doneAt = *todos[1].doneAt + std::chrono::milliseconds(999);
@@ -58,6 +64,25 @@ TEST(TodoJson, EscapesSlashesQuotesAndControlsAndKeepsOtherTextAsUtf8) {
               std::string::npos)
         << bytes;
     EXPECT_EQ(decoded("[" + bytes + "]").front().title, todo.title);
+
+    // Bytes that are not UTF-8 (a stray byte, a surrogate, a cut sequence) would make the file
+    // unreadable: each is written as U+FFFD.
+    todo.title = "a\xFF b\xED\xA0\x80 c\xE2\x82";
+    EXPECT_EQ(decoded("[" + encodeTodo(todo) + "]").front().title,
+              "a\uFFFD b\uFFFD\uFFFD\uFFFD c\uFFFD");
+}
+
+// Whatever the reader accepts is written back in a form it reads back to the same value.
+TEST(TodoJson, AcceptedExtremesReadBackEqual) {
+    const auto todos =
+        decoded("\xEF\xBB\xBF" + std::string(R"([{"id": "2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13",
+        "title": "nul \u0000 inside", "day": "not a day", "minute": -9223372036854775808,
+        "created": "0000-01-01T00:00:00Z", "doneAt": "9999-12-31T23:59:59Z"},
+        {"id": "3F2B8C1E-5A47-4D0B-9E6F-2C8A1B7D4E90", "title": "", "minute": 9223372036854775807,
+        "created": "0000-01-01T01:00:00+01:00", "doneAt": "9999-12-31T22:59:59-01:00"}])"));
+    ASSERT_EQ(todos.size(), 2u);
+    EXPECT_EQ(todos[0].title, std::string("nul \0 inside", 12));
+    EXPECT_EQ(decoded(encodeTodos(todos)), todos);
 }
 
 TEST(TodoJson, ReaderAcceptsAnyOrderNullsAndUnknownMembers) {
@@ -92,6 +117,14 @@ TEST(TodoJson, AnyWrongMemberMakesTheWholeFileUnreadable) {
         "[{" + good + ", " + created + R"(, "minute": 18446744073709551615}])",
         "[{" + good + ", " + created + R"(, "doneAt": "yesterday"}])",
         "[" + std::string(100, '[') + std::string(100, ']') + "]",
+        // The whole text is one value: nothing may follow it, not even after a NUL byte.
+        "[" + valid + "] []",
+        "[" + valid + "]x",
+        "[" + valid + "]" + std::string(1, '\0') + "[" + valid + ", " + valid + "]",
+        // Times that an offset carries out of the years 0000 to 9999 cannot be written back.
+        "[{" + good + R"(, "created": "0000-01-01T00:30:00+01:00"}])",
+        "[{" + good + ", " + created + R"(, "doneAt": "9999-12-31T23:30:00-01:00"}])",
+        "[{" + good + ", " + created + R"(, "minute": 99999999999999999999999}])",
     };
     for (const std::string& bytes : cases) {
         EXPECT_TRUE(std::holds_alternative<std::string>(decodeTodos(bytes))) << bytes;

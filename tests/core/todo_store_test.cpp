@@ -1,3 +1,4 @@
+#include "data_file.h"
 #include "testing.h"
 #include "todo_json.h"
 #include "todo_store.h"
@@ -5,6 +6,8 @@
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -67,20 +70,27 @@ TEST_F(StoreFixture, EveryMutationNotifiesOnceAndIsOnDiskWhenItReturns) {
     expectSaved(2);
     store->update(dentist.id, [](Todo& todo) { todo.title = "dentist/ortho"; });
     expectSaved(3);
+    fs::remove(file);
+    store->update(dentist.id, [](Todo& todo) { todo.title = "dentist/ortho"; });
+    EXPECT_EQ(notifications, 3) << "a mutation that changes nothing";
+    EXPECT_FALSE(fs::exists(file));
+    store->update(dentist.id, [](Todo& todo) { todo.minute = 930; });
+    expectSaved(4);
+    EXPECT_EQ(store->find(dentist.id)->minute, 930);
 
     store->toggle(taxes.id, utc("2025-03-06T10:00:00Z"));
-    expectSaved(4);
+    expectSaved(5);
     EXPECT_EQ(store->todos()[1].doneAt, utc("2025-03-06T10:00:00Z"));
     store->toggle(taxes.id, utc("2025-03-06T11:00:00Z"));
-    expectSaved(5);
+    expectSaved(6);
     EXPECT_FALSE(store->todos()[1].doneAt);
 
     store->toggle(dentist.id, utc("2025-03-06T12:00:00Z"));
     const Todo done = store->todos()[0];
     EXPECT_EQ(store->remove(done.id), done);
-    expectSaved(7);
-    store->restore(done);
     expectSaved(8);
+    store->restore(done);
+    expectSaved(9);
     ASSERT_EQ(store->todos().size(), 2u);
     EXPECT_EQ(store->todos().back(), done) << "restored at the end with every field";
 }
@@ -100,6 +110,8 @@ TEST_F(StoreFixture, UnknownIdsChangeNothingAndDuplicatedIdsActOnTheFirst) {
     store->update(stranger, [](Todo& todo) { todo.title = "changed"; });
     store->toggle(stranger, fixedNow);
     EXPECT_FALSE(store->remove(stranger));
+    EXPECT_EQ(store->find(stranger), nullptr);
+    EXPECT_EQ(store->find(first.id)->title, "renamed");
     EXPECT_EQ(notifications, 0);
     EXPECT_FALSE(fs::exists(file)) << "nothing was saved";
     EXPECT_EQ(testing::titles(store->todos()), (std::vector<std::string>{"renamed", "twin"}));
@@ -111,11 +123,20 @@ TEST_F(StoreFixture, LoadKeepsFileOrderAndWritesTheExactBytesAsBackup) {
     first->add("a");
     const std::string saved = readFile(file);
     first.reset();
-    EXPECT_EQ(testing::titles(open()->todos()), (std::vector<std::string>{"b", "a"}));
-    EXPECT_EQ(readFile(folder / "todos.backup.json"), saved);
+    auto second = open();
+    EXPECT_EQ(testing::titles(second->todos()), (std::vector<std::string>{"b", "a"}));
+    EXPECT_FALSE(fs::exists(folder / "todos.backup.json")) << "written only when asked";
+    second->add("c");
+    second->writeBackup();
+    EXPECT_EQ(readFile(folder / "todos.backup.json"), saved) << "the bytes read at start-up";
+    fs::remove(folder / "todos.backup.json");
+    second->writeBackup();
+    EXPECT_FALSE(fs::exists(folder / "todos.backup.json")) << "written once";
 
     writeFile(folder / "list.json", "[]\n");
-    EXPECT_TRUE(open(folder / "list.json")->todos().empty());
+    auto empty = open(folder / "list.json");
+    EXPECT_TRUE(empty->todos().empty());
+    empty->writeBackup();
     EXPECT_EQ(readFile(folder / "list.backup.json"), "[]\n");
     EXPECT_TRUE(log.lines.empty());
 }
@@ -123,6 +144,7 @@ TEST_F(StoreFixture, LoadKeepsFileOrderAndWritesTheExactBytesAsBackup) {
 TEST_F(StoreFixture, UnreadableFilesAreMovedAsideWithOneLogLine) {
     const std::pair<std::string, const char*> cases[] = {
         {"{oops", "not valid JSON"},
+        {"[]" + std::string(1, '\0') + "[]", "not valid JSON"},
         {R"([{"id": "2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13", "title": "x"}])", "\"created\""},
         {std::string(maximumDataFileSize + 1, ' '), "larger than 32 MiB"},
     };
@@ -168,7 +190,7 @@ TEST_F(StoreFixture, ImpossibleSavesKeepTheListAndLogOneLine) {
     writeFile(folder / "plain-file", "");
     const std::pair<fs::path, const char*> cases[] = {
         {folder / "plain-file" / "Kelo" / "todos.json", "Not a directory"},
-        {file, "Is a directory"},
+        {file, "it is a folder"},
     };
     for (const auto& [path, reason] : cases) {
         auto store = open(path);
@@ -178,10 +200,11 @@ TEST_F(StoreFixture, ImpossibleSavesKeepTheListAndLogOneLine) {
         }
         ASSERT_TRUE(store->add("milk"));
         EXPECT_EQ(store->todos().size(), 1u);
-        ASSERT_EQ(log.lines.size(), 1u) << path;
-        EXPECT_TRUE(log.lines[0].starts_with("Kelo: could not save " + path.string() + ": "))
-            << log.lines[0];
-        EXPECT_NE(log.lines[0].find(reason), std::string::npos) << log.lines[0];
+        ASSERT_FALSE(log.lines.empty()) << path;
+        const std::string& line = log.lines.back();
+        EXPECT_TRUE(line.starts_with("Kelo: could not save " + path.string() + ": ")) << line;
+        EXPECT_NE(line.find(reason), std::string::npos) << line;
+        EXPECT_EQ(store->saveError().value_or(""), line.substr(line.find(": ", 6) + 2));
     }
 }
 
@@ -223,6 +246,144 @@ TEST_F(StoreFixture, AFailedWriteLeavesThePreviousFileAndNoTemporaryFile) {
     EXPECT_EQ(readFile(file), encodeTodos(store->todos()));
 }
 
+// Only a regular file is read. Nothing else at the data file's place is waited on or replaced,
+// nothing a link points to is moved, and an earlier moved-aside file is never overwritten.
+// The device is a null device of the test's own: a fault here must never reach /dev.
+TEST_F(StoreFixture, SpecialFilesAreNeitherReadNorReplaced) {
+    const fs::path earlier = folder / "todos.corrupt-1741252502.json";
+    writeFile(earlier, "an earlier unreadable list");
+    fs::create_directories(folder / "a folder");
+    ASSERT_EQ(::mkfifo((folder / "a fifo").c_str(), 0600), 0);
+    const fs::path device = folder / "a device";
+    const bool haveDevice = ::mknod(device.c_str(), S_IFCHR | 0600, ::makedev(1, 3)) == 0;
+    std::vector<std::pair<const char*, std::function<void()>>> cases = {
+        {"FIFO", [&] { ::mkfifo(file.c_str(), 0600); }},
+        {"link to a FIFO", [&] { fs::create_symlink(folder / "a fifo", file); }},
+        {"link to a folder", [&] { fs::create_symlink(folder / "a folder", file); }},
+        {"loop of links", [&] { fs::create_symlink(file, file); }},
+    };
+    if (haveDevice) {
+        cases.emplace_back("link to a device", [&] { fs::create_symlink(device, file); });
+    }
+    int number = 2;
+    for (const auto& [what, make] : cases) {
+        make();
+        const auto type = fs::symlink_status(file).type();
+        log.lines.clear();
+        open()->add("kept");
+        const auto moved = "todos.corrupt-1741252502-" + std::to_string(number++) + ".json";
+        EXPECT_EQ(fs::symlink_status(folder / moved).type(), type) << what << " set aside itself";
+        EXPECT_TRUE(log.lines[0].ends_with("Moved it to " + moved + ".")) << log.lines[0];
+        EXPECT_EQ(testing::titles(std::get<std::vector<Todo>>(readTodosFile(file))),
+                  (std::vector<std::string>{"kept"}));
+        fs::remove(file);
+    }
+    EXPECT_EQ(readFile(earlier), "an earlier unreadable list");
+    EXPECT_EQ(fs::symlink_status(folder / "a fifo").type(), fs::file_type::fifo);
+    EXPECT_TRUE(fs::is_directory(folder / "a folder"));
+    if (!haveDevice) {
+        GTEST_SKIP() << "devices need the right to make device nodes";
+    }
+    // A device named as the data file is neither moved nor written.
+    log.lines.clear();
+    open(device)->add("nowhere");
+    EXPECT_EQ(fs::symlink_status(device).type(), fs::file_type::character);
+    ASSERT_EQ(log.lines.size(), 2u);
+    EXPECT_EQ(log.lines[0],
+              "Kelo: could not read " + device.string() + " (it is a device). Left it in place.");
+    EXPECT_EQ(log.lines[1], "Kelo: could not save " + device.string() + ": it is a device");
+}
+
+// The move can fail (here the new name is too long for the system); then the file stays, the
+// log does not claim a move, and no save writes over the only copy.
+TEST_F(StoreFixture, AnUnreadableFileThatCannotBeMovedIsNeverOverwritten) {
+    fs::path deep = folder.path;
+    while (deep.string().size() < 4080) {
+        deep /= std::string(std::min<std::size_t>(200, 4080 - deep.string().size()), 'd');
+    }
+    fs::create_directories(deep);
+    const fs::path list = deep / "x.json";
+    writeFile(list, "{unreadable");
+    auto store = open(list);
+    ASSERT_EQ(log.lines.size(), 1u);
+    EXPECT_NE(log.lines[0].find("Could not move it aside (File name too long)"), std::string::npos)
+        << log.lines[0];
+    EXPECT_EQ(log.lines[0].find("Moved it to"), std::string::npos);
+    store->add("milk");
+    EXPECT_EQ(readFile(list), "{unreadable");
+    EXPECT_TRUE(store->saveError());
+    EXPECT_EQ(store->todos().size(), 1u);
+}
+
+TEST_F(StoreFixture, ADataFileThatIsALinkIsWrittenThroughToItsTarget) {
+    fs::create_directories(folder / "synced");
+    const fs::path target = folder / "synced" / "list.json";
+    {
+        auto seed = open(target);
+        seed->add("first");
+    }
+    fs::create_symlink("synced/list.json", file);
+    auto store = open();
+    ASSERT_EQ(store->todos().size(), 1u);
+    store->add("second");
+    store->writeBackup();
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_EQ(testing::titles(std::get<std::vector<Todo>>(readTodosFile(target))),
+              (std::vector<std::string>{"first", "second"}));
+    EXPECT_TRUE(fs::exists(folder / "synced" / "list.backup.json"));
+
+    writeFile(target, "{unreadable");
+    open();
+    EXPECT_TRUE(fs::is_symlink(file)) << "the target is set aside, the link kept";
+    EXPECT_EQ(readFile(folder / "synced" / "todos.corrupt-1741252502.json"), "{unreadable");
+}
+
+// Another program (a sync tool, an editor) changes the file while the store holds it: the store
+// takes in what it finds, applies its own change to that, and neither side loses a task.
+TEST_F(StoreFixture, ChangesByAnotherProgramAreTakenInAndKept) {
+    auto store = open();
+    const Todo ours = *store->add("ours");
+    const auto replace = [&](std::vector<Todo> todos) {
+        ASSERT_TRUE(
+            std::holds_alternative<FileIdentity>(writeFileAtomically(file, encodeTodos(todos))));
+    };
+    const auto onDisk = [&] {
+        return testing::titles(std::get<std::vector<Todo>>(readTodosFile(file)));
+    };
+    using Titles = std::vector<std::string>;
+
+    replace({ours, testing::todo("theirs")});
+    notifications = 0;
+    store->reloadIfChanged();
+    store->reloadIfChanged();
+    EXPECT_EQ(testing::titles(store->todos()), (Titles{"ours", "theirs"}));
+    EXPECT_EQ(notifications, 1);
+
+    // Replaced again, and changed in Kelo before the store looked.
+    replace({ours, store->todos()[1], testing::todo("more")});
+    store->toggle(ours.id, fixedNow);
+    EXPECT_EQ(onDisk(), (Titles{"ours", "theirs", "more"}));
+    EXPECT_TRUE(store->find(ours.id)->isDone());
+
+    // Edited in place: same file, other content.
+    writeFile(file, encodeTodos({store->todos()[0]}));
+    store->add("added after the edit");
+    EXPECT_EQ(onDisk(), (Titles{"ours", "added after the edit"}));
+
+    // Deleted: what Kelo holds stays and is written with the next change.
+    fs::remove(file);
+    store->reloadIfChanged();
+    store->add("after the deletion");
+    EXPECT_EQ(onDisk(), (Titles{"ours", "added after the edit", "after the deletion"}));
+
+    // An unreadable replacement is set aside and Kelo's list is written back at once.
+    writeFile(file, "{broken");
+    store->reloadIfChanged();
+    EXPECT_EQ(readFile(folder / "todos.corrupt-1741252502.json"), "{broken");
+    EXPECT_EQ(onDisk(), testing::titles(store->todos()));
+    EXPECT_EQ(store->todos().size(), 3u);
+}
+
 // A process killed at any moment of a save leaves the old or the new list, never a broken file.
 TEST_F(StoreFixture, KillingTheProcessDuringSavesNeverBreaksTheFile) {
     {
@@ -253,10 +414,10 @@ TEST_F(StoreFixture, KillingTheProcessDuringSavesNeverBreaksTheFile) {
 // No other test of this program reads these variables.
 TEST(TodoStoreDefault, FollowsXdgDataHome) {
     ::setenv("XDG_DATA_HOME", "/srv/data", 1);
-    EXPECT_EQ(TodoStore::defaultURL(), fs::path("/srv/data/Kelo/todos.json"));
+    EXPECT_EQ(TodoStore::defaultPath(), fs::path("/srv/data/Kelo/todos.json"));
     ::setenv("XDG_DATA_HOME", "relative/ignored", 1);
     ::setenv("HOME", "/home/someone", 1);
-    EXPECT_EQ(TodoStore::defaultURL(), fs::path("/home/someone/.local/share/Kelo/todos.json"));
+    EXPECT_EQ(TodoStore::defaultPath(), fs::path("/home/someone/.local/share/Kelo/todos.json"));
 }
 
 } // namespace

@@ -502,11 +502,11 @@ private Q_SLOTS:
         rig.model->pickTime(std::optional<std::int64_t>(17 * 60));
         QCOMPARE(rig.model->draft(), u"groceries 5pm"_s);
         QCOMPARE(rig.model->focusRequest(), 4);
-        const Parsed plan{"groceries", rig.today(), 17 * 60};
+        const Parsed plan{{rig.today(), 17 * 60}, "groceries"};
         QCOMPARE(rig.model->plan(), plan);
         rig.model->addDraft();
         const Todo task = rig.model->store().todos().at(0);
-        QCOMPARE((Parsed{task.title, task.day, task.minute}), plan);
+        QCOMPARE((Parsed{{task.day, task.minute}, task.title}), plan);
         QCOMPARE(rig.model->bucket(), Bucket::today);
         // Closing ends editing but keeps a draft.
         rig.model->setDraft(u"milk"_s);

@@ -17,17 +17,28 @@ int runAdd(const Invocation& invocation, std::istream& in, std::ostream& out) {
         return forwardAdd(invocation, in, out);
     }
     TodoStore store(invocation.file);
+    store.writeBackup();
     const Bucket bucket = invocation.bucket.value_or(Bucket::today);
-    answerLines(in, out, [&](const Json& input) -> Answer {
-        if (!input.is_string()) {
-            return LineError{"expected a JSON string"};
-        }
-        const Parsed plan = QuickParse::plan(input.get_ref<const std::string&>(), bucket,
-                                             invocation.now, invocation.calendar);
-        const auto added = store.add(plan.title, plan.day, plan.minute);
-        return added ? taskObject(*added) : Json(nullptr);
-    });
-    return 0;
+    bool saved = true;
+    answerLines(
+        in, out,
+        [&](const Json& input) -> Answer {
+            if (!input.is_string()) {
+                return LineError{"expected a JSON string"};
+            }
+            const Parsed plan = QuickParse::plan(input.get_ref<const std::string&>(), bucket,
+                                                 invocation.now, invocation.calendar);
+            const auto added = store.add(plan.title, plan.day, plan.minute);
+            if (const auto& error = store.saveError()) {
+                // The task lives only in this process, which ends here: a later line must not carry
+                // it into the file after it was answered as failed.
+                saved = false;
+                return LineError{"could not save " + invocation.file.string() + ": " + *error};
+            }
+            return added ? taskObject(*added) : Json(nullptr);
+        },
+        [&] { return saved; });
+    return saved ? 0 : 1;
 }
 
 } // namespace kelo::cli

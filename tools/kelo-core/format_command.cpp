@@ -12,7 +12,9 @@ int runFormat(const Invocation& invocation, std::istream& in, std::ostream& out)
         if (const auto* error = std::get_if<LineError>(&schedule)) {
             return *error;
         }
-        const auto& [day, minute] = std::get<Schedule>(schedule);
+        // Not a structured binding: clang 14 cannot capture one in the lambda below.
+        const auto& day = std::get<Schedule>(schedule).day;
+        const auto& minute = std::get<Schedule>(schedule).minute;
         const auto time = [&](bool compact) {
             return minute ? Json(Format::time(*minute, compact, calendar)) : Json(nullptr);
         };

@@ -27,7 +27,8 @@ Answer answerLine(const std::string& line, const std::function<Answer(const Json
 } // namespace
 
 void answerLines(std::istream& in, std::ostream& out,
-                 const std::function<Answer(const Json& input)>& answer) {
+                 const std::function<Answer(const Json& input)>& answer,
+                 const std::function<bool()>& goOn) {
     std::string line;
     while (std::getline(in, line)) {
         const Answer result = answerLine(line, answer);
@@ -36,7 +37,16 @@ void answerLines(std::istream& in, std::ostream& out,
         } else {
             out << compact(std::get<Json>(result));
         }
-        out << '\n' << std::flush;
+        out << '\n';
+        const bool more = !goOn || goOn();
+        // A client that waits for this answer sends nothing more until it has it; a pipe full of
+        // lines is answered in large writes.
+        if (!more || in.rdbuf()->in_avail() <= 0) {
+            out << std::flush;
+        }
+        if (!more) {
+            return;
+        }
     }
 }
 

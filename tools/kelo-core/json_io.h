@@ -1,6 +1,7 @@
 #pragma once
 
 #include "day.h"
+#include "schedule.h"
 #include "todo.h"
 
 #include <cstdint>
@@ -24,21 +25,19 @@ struct LineError {
 
 using Answer = std::variant<Json, LineError>;
 
-// Answers every line of the input with exactly one compact JSON line, flushed at once, so that a
-// co-process can wait for each answer. Blank lines and lines that are not JSON are answered with
-// an error line, and the next line is read as usual.
+// Answers every line of the input with exactly one compact JSON line, flushed whenever no more
+// input is waiting, so that a co-process can wait for each answer. Blank lines and lines that are
+// not JSON are answered with an error line, and the next line is read as usual. Stops after an
+// answer when `goOn` says so.
 void answerLines(std::istream& in, std::ostream& out,
-                 const std::function<Answer(const Json& input)>& answer);
+                 const std::function<Answer(const Json& input)>& answer,
+                 const std::function<bool()>& goOn = {});
 
 // The compact text of a value; text that is not UTF-8 is replaced, never thrown about.
 [[nodiscard]] std::string compact(const Json& value);
 
 // The day and minute of a {"day": ..., "minute": ...} object. A missing member and null both
 // mean absent; a minute must be a whole number of the day, 0 to 1439.
-struct Schedule {
-    std::optional<DayKey> day;
-    std::optional<std::int64_t> minute;
-};
 [[nodiscard]] std::variant<Schedule, LineError> readSchedule(const Json& input);
 
 [[nodiscard]] Json orNull(const std::optional<std::string>& text);

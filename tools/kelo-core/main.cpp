@@ -8,6 +8,8 @@ namespace {
 using namespace kelo::cli;
 
 template <typename... Visitors> struct Overloaded : Visitors... { using Visitors::operator()...; };
+// Clang 14 does not deduce an aggregate's arguments from its initialiser by itself.
+template <typename... Visitors> Overloaded(Visitors...) -> Overloaded<Visitors...>;
 
 int run(const Invocation& invocation) {
     switch (invocation.command) {
@@ -31,6 +33,8 @@ int run(const Invocation& invocation) {
 
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
+    // Answers are flushed when no more input waits, not before every read.
+    std::cin.tie(nullptr);
     const CommandLine commandLine =
         readCommandLine(std::vector<std::string_view>(argv + 1, argv + argc));
     return std::visit(Overloaded{

@@ -162,8 +162,8 @@ std::string helpText() {
     return R"(Usage: kelo-core [options] COMMAND [FILE]
 
 Kelo's task core on the command line. The line commands read one JSON value per input
-line and answer each with exactly one compact JSON line, flushed at once, so that another
-program can drive them as a co-process. A line that is blank, not JSON or of the wrong
+line and answer each with exactly one compact JSON line, flushed whenever no more input
+waits, so that another program can drive them as a co-process. A line that is blank, not JSON or of the wrong
 shape is answered with {"error": "..."} and the command goes on.
 
 Commands:
@@ -185,8 +185,8 @@ Options:
   --help           this text
   --version        the version
 
-Exit status: 0 when done, 1 when the data file cannot be read or is in use, 2 for a bad
-command line.
+Exit status: 0 when done, 1 when the data file cannot be read, is in use, or a task
+could not be saved (add stops there), 2 for a bad command line.
 )";
 }
 
