@@ -146,7 +146,7 @@ void IslandModel::snooze(const QString& id) {
 }
 
 void IslandModel::showDataFile() {
-    platform().revealFile(QString::fromStdString(TodoStore::defaultURL().string()));
+    platform().revealFile(QString::fromStdString(TodoStore::defaultPath().string()));
 }
 
 void IslandModel::quit() {

@@ -1,4 +1,4 @@
-#include "scratch.h"
+#include "model_rig.h"
 
 #include <QSignalSpy>
 #include <QTest>
