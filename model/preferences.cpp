@@ -93,6 +93,12 @@ void Preferences::setReminderSound(bool on) {
     write(reminderSoundKey, on);
 }
 
+std::optional<QString> Preferences::storedTheme() const {
+    settings_->sync();
+    const QVariant value = settings_->value(themeKey);
+    return value.isValid() ? std::optional(value.toString()) : std::nullopt;
+}
+
 void Preferences::write(const QString& key, const QVariant& value) {
     if (isolated_) {
         return;

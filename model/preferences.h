@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 #include <memory>
+#include <optional>
 
 class QSettings;
 
@@ -35,6 +36,9 @@ public:
     void setReminderSound(bool on);
 
     void setIsolated(bool isolated) { isolated_ = isolated; }
+
+    // The theme as stored now, whatever the run holds in memory; none when nothing is stored.
+    [[nodiscard]] std::optional<QString> storedTheme() const;
 
 Q_SIGNALS:
     void themeChanged();

@@ -2,11 +2,12 @@
 
 #include "data_file_watcher.h"
 #include "device_notch.h"
+#include "harness.h"
 #include "island_bus.h"
 #include "island_model.h"
 #include "island_panel.h"
-#include "launch_at_login.h"
 #include "island_window.h"
+#include "launch_at_login.h"
 #include "screen_placement.h"
 #include "todo_store.h"
 
@@ -45,6 +46,8 @@ void AppDelegate::launchFinished() {
 
     // The self-check and snapshot runs start here, after the first tick, so that they find a
     // complete application to drive.
+    Harness::start(*model_, {&panel_->window(), [panel = panel_.get()] { panel->hide(); },
+                             [panel = panel_.get()] { return panel->islandFrame(); }});
 }
 
 } // namespace kelo::shell

@@ -67,8 +67,7 @@ IslandPanel::IslandPanel(IslandModel& model, std::unique_ptr<ScreenPlacement> pl
                               &IslandModel::glassMaterialChanged}) {
         connect(&model, change, &follow_, qOverload<>(&QTimer::start));
     }
-    connect(model.preferences(), &Preferences::themeChanged, &follow_,
-            qOverload<>(&QTimer::start));
+    connect(model.preferences(), &Preferences::themeChanged, &follow_, qOverload<>(&QTimer::start));
     connect(&compositor_, &CompositorWatch::runningChanged, &model, &IslandModel::setGlassMaterial);
     connect(&compositor_, &CompositorWatch::runningChanged, &follow_, qOverload<>(&QTimer::start));
     connect(placement_.get(), &ScreenPlacement::screensChanged, this, &IslandPanel::placeOnScreen);
@@ -98,17 +97,32 @@ void IslandPanel::placeOnScreen() {
     window_->place(geometry);
     // The view lays the island out at the top centre of the window, whatever the window's size.
     host_->setSize(geometry.size());
-    frame_->reset(targetRegions());
+    frame_->reset(hidden_ ? IslandRegions{} : targetRegions());
+}
+
+QRectF IslandPanel::islandFrame() const {
+    const QSizeF island = model_ ? model_->islandSize() : QSizeF();
+    return {(window_->width() - island.width()) / 2, 0, island.width(), island.height()};
+}
+
+void IslandPanel::hide() {
+    hidden_ = true;
+    window_->setOpacity(0);
+    frame_->reset(IslandRegions{});
+    if (blurred_) {
+        blurred_.reset();
+        setBlurBehind(*window_, std::nullopt);
+    }
 }
 
 void IslandPanel::applyShape() {
-    if (!model_) {
+    if (!model_ || hidden_) {
         return;
     }
     const IslandRegions target = targetRegions();
     frame_->apply(target);
-    const bool glassShown = model_->preferences()->theme() == IslandTheme::Glass && model_->glassMaterial() &&
-                            model_->mode().kind() != ModeKind::Closed;
+    const bool glassShown = model_->preferences()->theme() == IslandTheme::Glass &&
+                            model_->glassMaterial() && model_->mode().kind() != ModeKind::Closed;
     const std::optional<QRegion> blur =
         glassShown ? std::optional<QRegion>(target.input) : std::nullopt;
     if (blur != blurred_) {

@@ -42,6 +42,12 @@ public:
 
     [[nodiscard]] IslandWindow& window() const { return *window_; }
 
+    // Where the island is drawn in the window now.
+    [[nodiscard]] QRectF islandFrame() const;
+    // For the self-check and snapshot runs: from now on the window shows nothing and lets the
+    // pointer through, while the island goes on being drawn (and grabbed) inside it.
+    void hide();
+
 private:
     void placeOnScreen();
     void applyShape();
@@ -57,6 +63,7 @@ private:
     IslandFrame* frame_ = nullptr;
     // What the compositor was last asked to blur behind the glass island.
     std::optional<QRegion> blurred_;
+    bool hidden_ = false;
     // Several of the model's properties change in one operation; the shape follows once, from
     // the event loop, when they all hold their new values.
     QTimer follow_;

@@ -27,21 +27,25 @@ Item {
 
     Shortcut {
         sequence: "Ctrl+1"
+        context: Qt.ApplicationShortcut
         enabled: root.visible && !root.settings
         onActivated: root.model.selectBucket(Island.Today)
     }
     Shortcut {
         sequence: "Ctrl+2"
+        context: Qt.ApplicationShortcut
         enabled: root.visible && !root.settings
         onActivated: root.model.selectBucket(Island.Upcoming)
     }
     Shortcut {
         sequence: "Ctrl+3"
+        context: Qt.ApplicationShortcut
         enabled: root.visible && !root.settings
         onActivated: root.model.selectBucket(Island.Backlog)
     }
     Shortcut {
         sequence: "Ctrl+,"
+        context: Qt.ApplicationShortcut
         enabled: root.visible
         onActivated: root.model.toggleSettings()
     }
