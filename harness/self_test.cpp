@@ -38,13 +38,23 @@ public:
         , input_(*panel.window) {}
 
     void start() {
-        const std::vector<std::function<void()>> steps = script();
-        for (std::size_t k = 0; k < steps.size(); ++k) {
-            QTimer::singleShot(stepInterval * static_cast<int>(k + 1), this, steps[k]);
-        }
+        steps_ = script();
+        scheduleStep(0);
     }
 
 private:
+    // Each step is scheduled when the one before it has run, so that a busy machine that runs a
+    // step late cannot run the next one right after it: every step finds what the step before
+    // it started given its 0.8 s.
+    void scheduleStep(std::size_t index) {
+        QTimer::singleShot(stepInterval, this, [this, index] {
+            steps_[index]();
+            if (index + 1 < steps_.size()) {
+                scheduleStep(index + 1);
+            }
+        });
+    }
+
     void expect(bool ok, const QString& label) {
         print((ok ? u"PASS "_s : u"FAIL "_s) + label);
         if (!ok) {
@@ -74,6 +84,7 @@ private:
     IslandModel& model_;
     Panel panel_;
     SyntheticInput input_;
+    std::vector<std::function<void()>> steps_;
     int failures_ = 0;
 };
 

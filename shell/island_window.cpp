@@ -72,7 +72,9 @@ void IslandWindow::keyPressEvent(QKeyEvent* event) {
 // A click gives the island the keyboard, as a click gives it to any window; the window manager
 // would not, since the window said it takes none.
 void IslandWindow::mousePressEvent(QMouseEvent* event) {
-    if (flags().testFlag(Qt::WindowDoesNotAcceptFocus)) {
+    // A scripted run's clicks must not take the user's keyboard.
+    const bool isolated = model_ && model_->isolated();
+    if (flags().testFlag(Qt::WindowDoesNotAcceptFocus) && !isolated) {
         acceptKeyboard(true);
         requestActivate();
     }

@@ -10,6 +10,8 @@ Item {
 
     required property IslandModel model
     readonly property bool settings: model.page === Island.Settings
+    // The keys of the tabs and the gear act while the island is open, also as it fades in.
+    readonly property bool keysActive: model.mode.kind === Island.Open
     readonly property real slotWidth: (model.islandSize.width - model.notch.width) / 2 - 20
     readonly property alias header: header
     readonly property alias addField: tasksPage.addField
@@ -28,25 +30,25 @@ Item {
     Shortcut {
         sequence: "Ctrl+1"
         context: Qt.ApplicationShortcut
-        enabled: root.visible && !root.settings
+        enabled: root.keysActive && !root.settings
         onActivated: root.model.selectBucket(Island.Today)
     }
     Shortcut {
         sequence: "Ctrl+2"
         context: Qt.ApplicationShortcut
-        enabled: root.visible && !root.settings
+        enabled: root.keysActive && !root.settings
         onActivated: root.model.selectBucket(Island.Upcoming)
     }
     Shortcut {
         sequence: "Ctrl+3"
         context: Qt.ApplicationShortcut
-        enabled: root.visible && !root.settings
+        enabled: root.keysActive && !root.settings
         onActivated: root.model.selectBucket(Island.Backlog)
     }
     Shortcut {
         sequence: "Ctrl+,"
         context: Qt.ApplicationShortcut
-        enabled: root.visible
+        enabled: root.keysActive
         onActivated: root.model.toggleSettings()
     }
 
