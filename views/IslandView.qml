@@ -16,8 +16,8 @@ Item {
     readonly property bool glassTheme: model.preferences.theme === Island.Glass && model.glassMaterial
     // The closed island is always black.
     readonly property bool glass: glassTheme && !closed
-    // Set from the desktop's colour scheme.
-    property bool systemDark: true
+    // The desktop's colour scheme, which the glass island's System look follows.
+    property bool systemDark: DesktopScheme.dark
     readonly property bool lookDark: model.preferences.glassLook === Island.Dark
                                      || (model.preferences.glassLook === Island.System && systemDark)
     readonly property bool dark: !glassTheme || closed || lookDark
