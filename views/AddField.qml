@@ -18,8 +18,13 @@ Column {
     ]
 
     function focusField() {
-        // A turn of the event loop later, so that the field is on screen when it asks.
-        Qt.callLater(() => input.forceActiveFocus())
+        // A turn of the event loop later, so that the field is on screen when it asks. A field
+        // built ahead of time, while the island is closed, waits until it is shown: a focused
+        // field blinks its cursor, and that would redraw a closed island twice a second.
+        Qt.callLater(() => {
+            if (root.visible)
+                input.forceActiveFocus()
+        })
     }
 
     spacing: 8
