@@ -148,43 +148,49 @@ Column {
                 }
             }
 
-            // The meta text, and in its place under the pointer the row's buttons. Both stay
-            // laid out, so a click that arrives with the pointer finds the buttons where they
-            // are drawn.
+            // The meta text, and in its place under the pointer the row's buttons, anchored to
+            // the row's end: a click that arrives with the pointer finds them where they are
+            // drawn, or not yet there.
             Item {
                 readonly property bool actionsShown: root.hovered && !root.editing
 
-                Layout.preferredWidth: Math.max(actions.implicitWidth, meta.implicitWidth)
+                Layout.preferredWidth: Math.max(actions.item ? actions.item.implicitWidth : 0,
+                                                meta.implicitWidth)
                 Layout.fillHeight: true
 
-                Row {
+                // Made when first wanted: a long list would otherwise hold three buttons a row.
+                Loader {
                     id: actions
 
                     anchors.right: parent.right
                     anchors.verticalCenter: parent.verticalCenter
-                    spacing: 2
+                    active: parent.actionsShown || opacity > 0
                     opacity: parent.actionsShown ? 1 : 0
                     enabled: parent.actionsShown
                     visible: opacity > 0
 
                     Behavior on opacity { NumberAnimation { duration: 120 } }
 
-                    IconButton {
-                        visible: root.canMoveToToday
-                        icon: "sun.max"
-                        help: "Move to Today"
-                        onClicked: root.move(root.island.todayKey)
-                    }
-                    IconButton {
-                        icon: "calendar.badge.clock"
-                        help: "Schedule"
-                        onClicked: root.island.toggleScheduling(root.task.id)
-                    }
-                    IconButton {
-                        icon: "trash"
-                        help: "Delete"
-                        tint: IslandPalette.keloRed
-                        onClicked: root.island.deleteTask(root.task.id)
+                    sourceComponent: Row {
+                        spacing: 2
+
+                        IconButton {
+                            visible: root.canMoveToToday
+                            icon: "sun.max"
+                            help: "Move to Today"
+                            onClicked: root.move(root.island.todayKey)
+                        }
+                        IconButton {
+                            icon: "calendar.badge.clock"
+                            help: "Schedule"
+                            onClicked: root.island.toggleScheduling(root.task.id)
+                        }
+                        IconButton {
+                            icon: "trash"
+                            help: "Delete"
+                            tint: IslandPalette.keloRed
+                            onClicked: root.island.deleteTask(root.task.id)
+                        }
                     }
                 }
 
