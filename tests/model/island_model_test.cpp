@@ -168,38 +168,23 @@ private Q_SLOTS:
         QCOMPARE(rig.model->mode(), Mode::closed());
     }
 
-    void islandSize_data() {
-        QTest::addColumn<ModeKind>("mode");
-        QTest::addColumn<QSizeF>("notch");
-        QTest::addColumn<double>("openHeight");
-        QTest::addColumn<QSizeF>("expected");
-        const QSizeF notch(185, 32);
-        QTest::newRow("closed") << ModeKind::Closed << notch << 120.0 << QSizeF(197, 32);
-        QTest::newRow("peek") << ModeKind::Peek << notch << 120.0 << QSizeF(385, 62);
-        QTest::newRow("open") << ModeKind::Open << notch << 300.0 << QSizeF(645, 300);
-        QTest::newRow("open, at most 480") << ModeKind::Open << notch << 700.0 << QSizeF(645, 480);
-        QTest::newRow("alert") << ModeKind::Alert << QSizeF(200, 38) << 120.0 << QSizeF(460, 92);
-        QTest::newRow("alert, at least 440")
-            << ModeKind::Alert << QSizeF(100, 30) << 120.0 << QSizeF(440, 84);
-    }
-
-    // A task of another day leaves the closed island as it is; one of today, even done, widens it.
-    void islandSize() {
-        QFETCH(ModeKind, mode);
-        QFETCH(QSizeF, notch);
-        QFETCH(double, openHeight);
+    // The closed island widens for a task of today, even a done one, not for other days; the
+    // open island is at most 480 high, the alert at least 440 wide.
+    void islandSizeFollowsTodayAndItsLimits() {
         Rig rig;
-        rig.model->setNotch(notch);
-        rig.model->setOpenHeight(openHeight);
+        rig.model->setNotch(QSizeF(100, 30));
         rig.addTask("tomorrow's", Day::adding(1, rig.today()));
-        rig.enter(mode);
-        QTEST(rig.model->islandSize(), "expected");
-        if (mode == ModeKind::Closed) {
-            QSignalSpy changes(rig.model.get(), &IslandModel::islandSizeChanged);
-            rig.model->toggle(rig.addTask("done already", rig.today()));
-            QCOMPARE(rig.model->islandSize(), QSizeF(285, 32));
-            QCOMPARE(changes.count(), 1);
-        }
+        QCOMPARE(rig.model->islandSize(), QSizeF(112, 30));
+        QSignalSpy changes(rig.model.get(), &IslandModel::islandSizeChanged);
+        rig.model->toggle(rig.addTask("done already", rig.today()));
+        QCOMPARE(rig.model->islandSize(), QSizeF(200, 30));
+        QCOMPARE(changes.count(), 1);
+        rig.model->setOpenHeight(700);
+        rig.enter(ModeKind::Open);
+        QCOMPARE(rig.model->islandSize(), QSizeF(560, 480));
+        rig.model->setMode(Mode::closed());
+        rig.enter(ModeKind::Alert);
+        QCOMPARE(rig.model->islandSize(), QSizeF(440, 84));
     }
 
     // Each row names a property and a value other than its first.
@@ -460,7 +445,6 @@ private Q_SLOTS:
         QTest::addColumn<bool>("done");
         QTest::addColumn<std::int64_t>("minuteAfter");
         QTest::newRow("snooze: ten minutes on") << 17 << 0 << false << std::int64_t{1030};
-        QTest::newRow("snooze: never past 23:59") << 23 << 55 << false << std::int64_t{1439};
         QTest::newRow("done") << 17 << 0 << true << std::int64_t{1020};
     }
 
