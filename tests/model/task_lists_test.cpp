@@ -19,7 +19,7 @@ namespace {
 std::vector<TaskRow> rowsOf(const QString& keys) {
     std::vector<TaskRow> rows;
     for (const QString& key : keys.split(u' ', Qt::SkipEmptyParts)) {
-        rows.push_back({RowKind::Section, key.toStdString()});
+        rows.push_back({.kind = RowKind::Section, .key = key.toStdString()});
     }
     return rows;
 }
