@@ -19,7 +19,10 @@ namespace {
 std::vector<TaskRow> rowsOf(const QString& keys) {
     std::vector<TaskRow> rows;
     for (const QString& key : keys.split(u' ', Qt::SkipEmptyParts)) {
-        rows.push_back({.kind = RowKind::Section, .key = key.toStdString()});
+        TaskRow row;
+        row.kind = RowKind::Section;
+        row.key = key.toStdString();
+        rows.push_back(std::move(row));
     }
     return rows;
 }
