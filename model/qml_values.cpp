@@ -26,23 +26,33 @@ QDateTime dateTimeOf(Timestamp time) {
     return QDateTime::fromMSecsSinceEpoch(time.time_since_epoch().count(), Qt::UTC);
 }
 
-TaskValue taskValue(const Todo& todo) {
+namespace {
+
+ScheduleValue scheduleValue(const Schedule& schedule) {
     return {
-        idText(todo.id),         qtText(todo.title),
-        todo.day.has_value(),    qtText(todo.day.value_or(DayKey())),
-        todo.minute.has_value(), static_cast<int>(todo.minute.value_or(0)),
-        todo.isDone(),
+        schedule.day.has_value(),
+        qtText(schedule.day.value_or(DayKey())),
+        schedule.minute.has_value(),
+        static_cast<int>(schedule.minute.value_or(0)),
     };
 }
 
+} // namespace
+
+TaskValue taskValue(const Todo& todo) {
+    TaskValue value;
+    static_cast<ScheduleValue&>(value) = scheduleValue(todo);
+    value.id = idText(todo.id);
+    value.title = qtText(todo.title);
+    value.done = todo.isDone();
+    return value;
+}
+
 PlanValue planValue(const Parsed& parsed) {
-    return {
-        qtText(parsed.title),
-        parsed.day.has_value(),
-        qtText(parsed.day.value_or(DayKey())),
-        parsed.minute.has_value(),
-        static_cast<int>(parsed.minute.value_or(0)),
-    };
+    PlanValue value;
+    static_cast<ScheduleValue&>(value) = scheduleValue(parsed);
+    value.title = qtText(parsed.title);
+    return value;
 }
 
 ProgressValue progressValue(const DayProgress& progress) {

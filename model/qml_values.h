@@ -26,24 +26,33 @@ namespace kelo {
 
 [[nodiscard]] QDateTime dateTimeOf(Timestamp time);
 
-// One task.
-struct TaskValue {
+// A day and a time of day, either absent.
+struct ScheduleValue {
     Q_GADGET
-    Q_PROPERTY(QString id MEMBER id FINAL)
-    Q_PROPERTY(QString title MEMBER title FINAL)
     Q_PROPERTY(bool hasDay MEMBER hasDay FINAL)
     Q_PROPERTY(QString day MEMBER day FINAL)
     Q_PROPERTY(bool hasMinute MEMBER hasMinute FINAL)
     Q_PROPERTY(int minute MEMBER minute FINAL)
+
+public:
+    bool hasDay = false;
+    QString day;
+    bool hasMinute = false;
+    int minute = 0;
+
+    bool operator==(const ScheduleValue&) const = default;
+};
+
+// One task.
+struct TaskValue : ScheduleValue {
+    Q_GADGET
+    Q_PROPERTY(QString id MEMBER id FINAL)
+    Q_PROPERTY(QString title MEMBER title FINAL)
     Q_PROPERTY(bool done MEMBER done FINAL)
 
 public:
     QString id;
     QString title;
-    bool hasDay = false;
-    QString day;
-    bool hasMinute = false;
-    int minute = 0;
     bool done = false;
 
     bool operator==(const TaskValue&) const = default;
@@ -52,20 +61,12 @@ public:
 [[nodiscard]] TaskValue taskValue(const Todo& todo);
 
 // What the add field makes of the draft.
-struct PlanValue {
+struct PlanValue : ScheduleValue {
     Q_GADGET
     Q_PROPERTY(QString title MEMBER title FINAL)
-    Q_PROPERTY(bool hasDay MEMBER hasDay FINAL)
-    Q_PROPERTY(QString day MEMBER day FINAL)
-    Q_PROPERTY(bool hasMinute MEMBER hasMinute FINAL)
-    Q_PROPERTY(int minute MEMBER minute FINAL)
 
 public:
     QString title;
-    bool hasDay = false;
-    QString day;
-    bool hasMinute = false;
-    int minute = 0;
 
     bool operator==(const PlanValue&) const = default;
 };

@@ -486,11 +486,14 @@ private Q_SLOTS:
         rig.model->pickTime(std::optional<std::int64_t>(17 * 60));
         QCOMPARE(rig.model->draft(), u"groceries 5pm"_s);
         QCOMPARE(rig.model->focusRequest(), 4);
-        const Parsed plan{{rig.today(), 17 * 60}, "groceries"};
-        QCOMPARE(rig.model->plan(), plan);
+        QCOMPARE(rig.model->plan().title, "groceries");
+        QCOMPARE(rig.model->plan().day, rig.today());
+        QCOMPARE(rig.model->plan().minute, 17 * 60);
         rig.model->addDraft();
         const Todo task = rig.model->store().todos().at(0);
-        QCOMPARE((Parsed{{task.day, task.minute}, task.title}), plan);
+        QCOMPARE(task.title, "groceries");
+        QCOMPARE(task.day, rig.today());
+        QCOMPARE(task.minute, 17 * 60);
         QCOMPARE(rig.model->bucket(), Bucket::today);
         // Closing ends editing but keeps a draft.
         rig.model->setDraft(u"milk"_s);
