@@ -19,7 +19,7 @@ std::string describe(const sd_bus_error& error, int status) {
 }
 
 struct ErrorGuard {
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{}; // SD_BUS_ERROR_NULL, without its C compound literal
     ~ErrorGuard() { sd_bus_error_free(&error); }
 };
 
