@@ -51,6 +51,18 @@ def tasks():
     return made
 
 
+def read_line(descriptor):
+    """What a starting server writes on the pipe, up to its line's end; closes the pipe."""
+    data = b""
+    with os.fdopen(descriptor, "rb", buffering=0) as pipe:
+        while not data.endswith(b"\n"):
+            chunk = pipe.read(1)
+            if not chunk:
+                break
+            data += chunk
+    return data.decode().strip()
+
+
 class Desktop:
     def __init__(self):
         self.scratch = tempfile.mkdtemp(prefix="kelo-figures-")
@@ -61,8 +73,9 @@ class Desktop:
         self.spawn(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1440x900x24",
                     "-nolisten", "tcp", "-noreset", "-wr"], pass_fds=(write_end,))
         os.close(write_end)
-        number = os.read(read_end, 16).decode().strip()
-        os.close(read_end)
+        number = read_line(read_end)
+        if not number:
+            sys.exit("Xvfb did not start")
         self.env = {key: value for key, value in os.environ.items()
                     if not key.startswith(("KELO_", "QT_", "QSG_", "WAYLAND"))}
         self.env.update(DISPLAY=":" + number, TZ="UTC", LANG="C.UTF-8", NO_AT_BRIDGE="1",
@@ -74,8 +87,7 @@ class Desktop:
         self.spawn(["dbus-daemon", "--session", "--nofork", "--print-address=%d" % write_end],
                    pass_fds=(write_end,))
         os.close(write_end)
-        self.env["DBUS_SESSION_BUS_ADDRESS"] = os.read(read_end, 512).decode().strip()
-        os.close(read_end)
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = read_line(read_end)
         self.spawn(["openbox", "--sm-disable"])
         time.sleep(1.5)
         self.data = os.path.join(self.scratch, "tasks.json")
