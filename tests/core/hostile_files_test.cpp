@@ -15,19 +15,14 @@ namespace kelo {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::readFile;
-using testing::writeFile;
+using namespace std::string_literals;
 
-std::string seedFile() {
-    std::vector<Todo> todos{
-        testing::todo("dentist", "2025-03-07", 900),
-        testing::todo("caf\xC3\xA9 \xF0\x9F\x93\x85 \"quoted\" a/b"),
-        testing::todo("done", "2025-03-05", {}, testing::utc("2025-03-06T08:00:00Z"))};
-    return encodeTodos(todos);
-}
+const std::string seed =
+    encodeTodos({testing::todo("dentist", "2025-03-07", 900),
+                 testing::todo("caf\xC3\xA9 \xF0\x9F\x93\x85 \"quoted\" a/b"),
+                 testing::todo("done", "2025-03-05", {}, testing::utc("2025-03-06T08:00:00Z"))});
 
 std::vector<std::string> hostileFiles() {
-    const std::string seed = seedFile();
     std::vector<std::string> files;
     for (std::size_t length = 0; length < seed.size(); ++length) {
         files.push_back(seed.substr(0, length));
@@ -48,45 +43,23 @@ std::vector<std::string> hostileFiles() {
             files.push_back(seed.substr(0, at) + odd + seed.substr(at + 1));
         }
     }
-    const char* values[] = {"null",
-                            "1",
-                            "-1",
-                            "1.5",
-                            "true",
-                            "\"x\"",
-                            "[]",
-                            "{}",
-                            "1e400",
-                            "99999999999999999999",
-                            "\"2025-02-29T00:00:00Z\""};
     for (const char* name : {"created", "day", "doneAt", "id", "minute", "title"}) {
-        for (const char* value : values) {
+        for (const char* value : {"null", "1", "-1", "1.5", "true", "\"x\"", "[]", "{}", "1e400",
+                                  "99999999999999999999", "\"2025-02-29T00:00:00Z\""}) {
             // The member's first value in the seed, replaced.
             const std::string key = std::string("\"") + name + "\" : ";
             const std::size_t at = seed.find(key) + key.size();
-            const std::size_t end = seed.find_first_of(",\n", at);
-            files.push_back(seed.substr(0, at) + value + seed.substr(end));
+            files.push_back(seed.substr(0, at) + value +
+                            seed.substr(seed.find_first_of(",\n", at)));
         }
     }
-    for (const char* tail : {" []", "x", "\n\n", " {}", "]"}) {
+    for (const std::string& tail : {" []"s, "x"s, "\n\n"s, " {}"s, "]"s, "\0"s}) {
         files.push_back(seed + tail);
     }
-    files.push_back(seed + std::string(1, '\0'));
     return files;
 }
 
-struct HostileFiles : ::testing::Test {
-    testing::ScratchFolder folder;
-    fs::path file = folder / "todos.json";
-    fs::path aside = folder / "todos.corrupt-1741252502.json";
-
-    std::unique_ptr<TodoStore> open() {
-        return std::make_unique<TodoStore>(
-            file, TodoStore::Options{[] { return testing::utc("2025-03-06T09:15:02Z"); },
-                                     [](std::string_view) {}});
-    }
-    std::vector<Todo> onDisk() const { return std::get<std::vector<Todo>>(readTodosFile(file)); }
-};
+using HostileFiles = testing::StoreTest;
 
 TEST_F(HostileFiles, NoneLosesATaskAtStartUpOrWhenItReplacesTheFile) {
     const std::vector<std::string> files = hostileFiles();
@@ -101,12 +74,12 @@ TEST_F(HostileFiles, NoneLosesATaskAtStartUpOrWhenItReplacesTheFile) {
         std::unique_ptr<TodoStore> store;
         std::vector<Todo> kept;
         if (replacing) {
-            writeFile(file, seedFile());
+            testing::writeFile(file, seed);
             store = open();
             kept = store->todos();
         }
         // A replacement arrives as sync tools deliver it: written beside, then renamed over.
-        writeFile(folder / "incoming", bytes);
+        testing::writeFile(folder / "incoming", bytes);
         fs::rename(folder / "incoming", file);
         if (replacing) {
             store->reloadIfChanged();
@@ -119,12 +92,12 @@ TEST_F(HostileFiles, NoneLosesATaskAtStartUpOrWhenItReplacesTheFile) {
             store->add("probe");
             std::vector<Todo> written = *todos;
             written.push_back(store->todos().back());
-            ASSERT_EQ(onDisk(), written) << bytes;
+            ASSERT_EQ(testing::onDisk(file), written) << bytes;
         } else {
-            ASSERT_EQ(readFile(aside), bytes) << "set aside as it was";
+            ASSERT_EQ(testing::readFile(aside), bytes) << "set aside as it was";
             EXPECT_EQ(store->todos(), kept);
             if (replacing) {
-                EXPECT_EQ(onDisk(), kept) << "Kelo's list written back";
+                EXPECT_EQ(testing::onDisk(file), kept) << "Kelo's list written back";
             }
             fs::remove(aside);
         }

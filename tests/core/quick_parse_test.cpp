@@ -24,6 +24,8 @@ using testing::wallTime;
 const Calendar cal = calendar("America/New_York");
 const Timestamp now = wallTime(cal, "2025-03-06 10:00");
 
+// A line is read from its end: the longest trailing phrase that reads as a day and a time is cut
+// off the title, so the title shows how much of each line read as a phrase.
 TEST(QuickParse, CutsTheTrailingPhraseOffTheTitle) {
     using Day = std::optional<DayKey>;
     using Minute = std::optional<std::int64_t>;
@@ -33,58 +35,66 @@ TEST(QuickParse, CutsTheTrailingPhraseOffTheTitle) {
         {"taxes apr 30", "taxes", "2025-04-30", {}},
         {"taxes 30 apr", "taxes", "2025-04-30", {}},
         {"ship on 5th mar", "ship", "2026-03-05", {}},
+        {"x +3rd mar", "x", "2026-03-03", {}},
+        {"x mar 6", "x", "2025-03-06", {}},
+        {"x 31 apr", "x 31 apr", {}, {}},
+        {"x feb 29", "x feb 29", {}, {}},
         {"pay rent in 3 days", "pay rent", "2025-03-09", {}},
-        {"review in 2 weeks", "review", "2025-03-20", {}},
+        {"x in 999 days", "x", "2027-11-30", {}},
+        {"x in 1000 days", "x in 1000 days", {}, {}},
+        {"x in 0 days", "x in 0 days", {}, {}},
         {"call mom tomorrow morning", "call mom", "2025-03-07", 540},
-        {"dinner tonight", "dinner", "2025-03-06", 1200},
         {"dinner tonight 7pm", "dinner", "2025-03-06", 1140},
+        {"x tonight morning", "x", "2025-03-06", 1200},
+        {"x morning evening", "x", {}, 540},
+        {"x at noon 1pm", "x", {}, 780},
+        {"x this fri evening", "x", "2025-03-07", 1080},
+        // One day and one time at most.
+        {"x fri tomorrow", "x fri", "2025-03-07", {}},
+        {"x 3pm 4pm", "x 3pm", {}, 960},
+        // A lone hour only after "at", and never in the small hours.
         {"gym 7 am", "gym", {}, 420},
         {"meeting at 3", "meeting", {}, 900},
         {"meeting at 7", "meeting", {}, 420},
+        {"x at 12", "x", {}, 720},
+        {"x at 13", "x at 13", {}, {}},
+        {"x @ 0", "x @ 0", {}, {}},
         {"meeting 3", "meeting 3", {}, {}},
         {"standup @9:30", "standup", {}, 570},
+        {"x 0:15", "x", {}, 15},
         {"sync 15:45", "sync", {}, 945},
+        {"x 11a", "x", {}, 660},
         {"lunch noon", "lunch", {}, 720},
+        {"x 12am", "x", {}, 0},
+        {"x 13pm", "x 13pm", {}, {}},
+        {"x 24:00", "x 24:00", {}, {}},
         {"party this weekend", "party", "2025-03-08", {}},
         {"plan next week", "plan", "2025-03-10", {}},
         {"meet thu", "meet", "2025-03-13", {}},
         {"report by fri.", "report", "2025-03-07", {}},
-        {"call bob, fri", "call bob", "2025-03-07", {}},
+        {"x at fri", "x at", "2025-03-07", {}},
         {"fri 3pm", "fri", {}, 900},
-        {"tomorrow", "tomorrow", {}, {}},
         {"buy milk tomorrow tomorrow", "buy milk tomorrow", "2025-03-07", {}},
-        {"x feb 29", "x feb 29", {}, {}},
-        {"x 12am", "x", {}, 0},
-        {"x 12:30am", "x", {}, 30},
-        {"x 13pm", "x 13pm", {}, {}},
-        {"x in 0 days", "x in 0 days", {}, {}},
         // Junk between title and phrase, and a title that is nothing but junk.
+        {"call bob, fri", "call bob", "2025-03-07", {}},
         {"call bob \u2013 fri", "call bob", "2025-03-07", {}},
-        {"call bob:\u2014 fri", "call bob", "2025-03-07", {}},
         {"- fri", "- fri", {}, {}},
         {"  spaced   out  ", "spaced out", {}, {}},
         {"", "", {}, {}},
-        // A phrase that does not read to its end stays in the title.
-        {"x in 1000 days", "x in 1000 days", {}, {}},
-        {"x at fri", "x at", "2025-03-07", {}},
-        {"x fri at", "x fri at", {}, {}},
-        {"x next", "x next", {}, {}},
-        {"x 24:00", "x 24:00", {}, {}},
-        // Unicode white space and case.
+        // Unicode white space and case; KELVIN SIGN lower-cases to an ASCII "k".
         {"Dentist\u00A0FRI 3PM", "Dentist", "2025-03-07", 900},
-        {"dentist\u3000fri\u30003pm", "dentist", "2025-03-07", 900},
         {"dentist\tfri\n3pm\r\n", "dentist", "2025-03-07", 900},
-        {"Café Crème Fri", "Café Crème", "2025-03-07", {}},
-        // KELVIN SIGN lower-cases to an ASCII "k": "WKS" is the unit "wks".
         {"review in 2 W\u212AS", "review", "2025-03-20", {}},
-        // Full-width letters stay full-width, so they are no weekday.
+        // Full-width letters are no weekday, and digits are ASCII only.
         {"x \uFF46\uFF52\uFF49", "x \uFF46\uFF52\uFF49", {}, {}},
-        // Digits are ASCII only.
         {"x \u0663pm", "x \u0663pm", {}, {}},
     };
     for (const auto& [text, title, day, minute] : cases) {
         EXPECT_EQ(QuickParse::parse(text, now, cal), (Parsed{{day, minute}, title})) << text;
     }
+    // A rescheduling phrase is read by the same rules, as a whole.
+    EXPECT_EQ(QuickParse::when("Tomorrow 3PM", now, cal), (Schedule{"2025-03-07", 900}));
+    EXPECT_EQ(QuickParse::when("dentist tomorrow", now, cal), std::nullopt);
 }
 
 TEST(QuickParse, CountsFromTheDayOfNow) {
@@ -92,17 +102,14 @@ TEST(QuickParse, CountsFromTheDayOfNow) {
                      std::optional<std::int64_t>>
         cases[] = {
             // now, text, and the title, day and minute it reads as
-            {"2025-12-31 10:00", "x dec 31", "x", "2025-12-31", {}},
             {"2025-12-31 10:00", "x jan 1", "x", "2026-01-01", {}},
             {"2025-12-31 10:00", "x dec 30", "x", "2026-12-30", {}},
             {"2028-01-20 10:00", "x feb 29", "x", "2028-02-29", {}},
             // The date must exist in the coming year: next year's 29 February does not count.
             {"2027-03-01 10:00", "x feb 29", "x feb 29", {}, {}},
-            {"2028-03-01 10:00", "x feb 29", "x feb 29", {}, {}},
             {"2025-03-08 10:00", "x weekend", "x", "2025-03-08", {}},
             {"2025-03-08 10:00", "x sat", "x", "2025-03-15", {}},
             {"2025-03-10 10:00", "x next week", "x", "2025-03-17", {}},
-            {"2025-03-06 22:00", "x tomorrow", "x", "2025-03-07", {}},
         };
     for (const auto& [at, text, title, day, minute] : cases) {
         EXPECT_EQ(QuickParse::parse(text, wallTime(cal, at), cal), (Parsed{{day, minute}, title}))
@@ -124,7 +131,6 @@ TEST(QuickParse, PlansTheDefaultDayOfTheTab) {
             {"milk 5pm", Bucket::upcoming, "2025-03-07", 1020},
             {"milk 8am", Bucket::today, "2025-03-06", 480}, // already past: no roll-over
             {"milk fri", Bucket::today, "2025-03-07", {}},
-            {"milk fri", Bucket::backlog, "2025-03-07", {}},
         };
     for (const auto& [text, bucket, day, minute] : cases) {
         const Parsed planned = QuickParse::plan(text, bucket, now, cal);
@@ -132,79 +138,24 @@ TEST(QuickParse, PlansTheDefaultDayOfTheTab) {
     }
 }
 
-TEST(QuickParse, ReadsReschedulingPhrases) {
-    const std::pair<const char*, std::optional<Schedule>> cases[] = {
-        {"Tomorrow 3PM", Schedule{"2025-03-07", 900}},
-        {"3pm", Schedule{{}, 900}},
-        {"dentist", std::nullopt},
-        {"", std::nullopt},
-        {"fri tomorrow", std::nullopt},
-        {"3pm 4pm", std::nullopt},
-        {"morning evening", Schedule{{}, 540}},
-        {"tonight morning", Schedule{"2025-03-06", 1200}},
-        {"morning tonight", Schedule{"2025-03-06", 540}},
-        {"at noon 1pm", Schedule{{}, 780}},
-        {"this fri evening", Schedule{"2025-03-07", 1080}},
-        {"due tmrw 5p", Schedule{"2025-03-07", 1020}},
-        {"in 1 d", Schedule{"2025-03-07", {}}},
-        {"in 999 days", Schedule{"2027-11-30", {}}},
-        {"on the 5th", std::nullopt},
-        {"mar 6", Schedule{"2025-03-06", {}}},
-        {"mar 1", Schedule{"2026-03-01", {}}},
-        {"+3rd mar", Schedule{"2026-03-03", {}}},
-        {"31 apr", std::nullopt},
-        {"at 12", Schedule{{}, 720}},
-        {"at 6", Schedule{{}, 1080}},
-        {"at 13", std::nullopt},
-        {"@ 0", std::nullopt},
-        {"@3", Schedule{{}, 900}},
-        {"0:15", Schedule{{}, 15}},
-        {"7:30", Schedule{{}, 450}},
-        {"11a", Schedule{{}, 660}},
-        {"by", std::nullopt},
-        {"3", std::nullopt},
-    };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(QuickParse::when(text, now, cal), expected) << text;
-    }
-}
-
+// That each phrase reads back as its day and time is checked by the quick_parse fuzz target.
 TEST(QuickParse, WritesCanonicalPhrases) {
     const std::tuple<std::optional<DayKey>, std::optional<std::int64_t>, const char*> cases[] = {
         {"2025-03-06", {}, "today"},
         {"2025-03-07", 900, "tomorrow 3pm"},
         {"2025-03-08", 570, "saturday 9:30am"},
-        {"2025-03-12", {}, "wednesday"},
         {"2025-03-13", {}, "mar 13"},
-        {"2025-03-01", {}, "mar 1"},
         {"2026-03-06", {}, "mar 6"},
         {{}, 1020, "5pm"},
         {{}, 0, "12am"},
+        {{}, 720, "12pm"},
         {{}, 750, "12:30pm"},
-        {{}, 1439, "11:59pm"},
         {{}, 65, "1:05am"},
         {{}, {}, ""},
         {"not a day", 60, "1am"},
     };
     for (const auto& [day, minute, expected] : cases) {
         EXPECT_EQ(QuickParse::phrase(day, minute, now, cal), expected) << expected;
-    }
-}
-
-TEST(QuickParse, PhrasesReadBackForAYearAhead) {
-    const std::optional<std::int64_t> minutes[] = {{}, 0, 1, 59, 420, 719, 720, 750, 1020, 1439};
-    // The second year holds 29 February 2028, written "feb 29": read in 2027 it does not exist.
-    for (const Timestamp today : {now, wallTime(cal, "2027-06-15 23:30")}) {
-        for (int ahead = 0; ahead < 365; ++ahead) {
-            const CivilDay day = cal.local(today).day.adding(ahead);
-            for (const auto& minute : minutes) {
-                const std::string text = QuickParse::phrase(Day::key(day), minute, today, cal);
-                if (day.month != 2 || day.day != 29) {
-                    EXPECT_EQ(QuickParse::when(text, today, cal), (Schedule{Day::key(day), minute}))
-                        << text;
-                }
-            }
-        }
     }
 }
 

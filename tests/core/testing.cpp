@@ -1,6 +1,7 @@
 #include "testing.h"
 
 #include "day.h"
+#include "todo_json.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -60,6 +61,18 @@ std::vector<std::string> titles(const std::vector<Todo>& todos) {
         result.push_back(todo.title);
     }
     return result;
+}
+
+std::vector<Todo> onDisk(const std::filesystem::path& path) {
+    return std::get<std::vector<Todo>>(readTodosFile(path));
+}
+
+std::unique_ptr<TodoStore> StoreTest::open(const std::filesystem::path& path) {
+    auto store = std::make_unique<TodoStore>(
+        path, TodoStore::Options{[this] { return now; },
+                                 [this](std::string_view line) { log.emplace_back(line); }});
+    store->onChange([this] { ++notifications; });
+    return store;
 }
 
 } // namespace kelo::testing

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "calendar.h"
-#include "system_log.h"
 #include "timestamp.h"
 #include "todo.h"
+#include "todo_store.h"
 
 #include <filesystem>
+#include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,14 +28,6 @@ struct ScratchFolder {
     std::filesystem::path path;
 };
 
-// Keeps every log line instead of writing it to the system log.
-struct CapturedLog {
-    std::vector<std::string> lines;
-    [[nodiscard]] LogSink sink() {
-        return [this](std::string_view line) { lines.emplace_back(line); };
-    }
-};
-
 [[nodiscard]] std::string readFile(const std::filesystem::path& path);
 void writeFile(const std::filesystem::path& path, std::string_view bytes);
 
@@ -48,5 +42,22 @@ void writeFile(const std::filesystem::path& path, std::string_view bytes);
                         std::optional<std::int64_t> minute = {},
                         std::optional<Timestamp> doneAt = {}, int age = 0);
 [[nodiscard]] std::vector<std::string> titles(const std::vector<Todo>& todos);
+// The tasks of a readable data file.
+[[nodiscard]] std::vector<Todo> onDisk(const std::filesystem::path& path);
+
+// Stores on "todos.json" in a scratch folder, with their clock fixed at `now`, their log lines
+// kept instead of written to the system log, and their change notifications counted.
+struct StoreTest : ::testing::Test {
+    const Timestamp now = utc("2025-03-06T09:15:02Z");
+    ScratchFolder folder;
+    std::vector<std::string> log;
+    std::filesystem::path file = folder / "todos.json";
+    // What an unreadable file at `now` is renamed to first.
+    std::filesystem::path aside = folder / "todos.corrupt-1741252502.json";
+    int notifications = 0;
+
+    std::unique_ptr<TodoStore> open(const std::filesystem::path& path);
+    std::unique_ptr<TodoStore> open() { return open(file); }
+};
 
 } // namespace kelo::testing

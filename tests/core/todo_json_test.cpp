@@ -17,7 +17,7 @@ constexpr std::string_view exampleFile = R"([
     "title" : "dentist"
   },
   {
-    "created" : "2025-03-01T18:40:55Z",
+    "created" : "1969-12-31T23:59:59Z",
     "doneAt" : "2025-03-06T08:02:10Z",
     "id" : "2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13",
     "title" : "taxes"
@@ -34,7 +34,7 @@ std::vector<Todo> exampleTodos() {
                  *Uuid::parse("2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13"),
                  "taxes",
                  utc("2025-03-06T08:02:10Z"),
-                 utc("2025-03-01T18:40:55Z")}};
+                 utc("1969-12-31T23:59:59Z")}};
 }
 
 std::vector<Todo> decoded(const std::string& bytes) {
@@ -46,12 +46,13 @@ std::vector<Todo> decoded(const std::string& bytes) {
     return std::get<std::vector<Todo>>(result);
 }
 
+// Times are written in whole seconds, rounded down (before 1970 too); ids in upper case.
 TEST(TodoJson, WritesTheExactBytesOfTheDataFileInWholeSeconds) {
     EXPECT_EQ(encodeTodos({}), "[]");
     EXPECT_EQ(decoded(std::string(exampleFile)), exampleTodos());
     std::vector<Todo> todos = exampleTodos();
     todos[0].created += std::chrono::milliseconds(731);
-    todos[1].doneAt = *todos[1].doneAt + std::chrono::milliseconds(999);
+    todos[1].created += std::chrono::milliseconds(999);
     EXPECT_EQ(encodeTodos(todos), exampleFile);
 }
 
@@ -72,28 +73,21 @@ TEST(TodoJson, EscapesSlashesQuotesAndControlsAndKeepsOtherTextAsUtf8) {
               "a\uFFFD b\uFFFD\uFFFD\uFFFD c\uFFFD");
 }
 
-// Whatever the reader accepts is written back in a form it reads back to the same value.
-TEST(TodoJson, AcceptedExtremesReadBackEqual) {
+// Whatever the reader accepts (members in any order, nulls, unknown members, a byte order mark,
+// values at the edges) is written back in a form it reads back to the same value.
+TEST(TodoJson, AcceptedFilesReadBackEqual) {
     const auto todos =
         decoded("\xEF\xBB\xBF" + std::string(R"([{"id": "2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13",
         "title": "nul \u0000 inside", "day": "not a day", "minute": -9223372036854775808,
         "created": "0000-01-01T00:00:00Z", "doneAt": "9999-12-31T23:59:59Z"},
         {"id": "3F2B8C1E-5A47-4D0B-9E6F-2C8A1B7D4E90", "title": "", "minute": 9223372036854775807,
-        "created": "0000-01-01T01:00:00+01:00", "doneAt": "9999-12-31T22:59:59-01:00"}])"));
-    ASSERT_EQ(todos.size(), 2u);
+        "created": "0000-01-01T01:00:00+01:00", "doneAt": "9999-12-31T22:59:59-01:00"},
+        {"title": "x", "extra": {"nested": [1, 2]}, "day": null, "minute": null, "doneAt": null,
+        "created": "2025-03-06T10:15:02+01:00", "id": "2c5f4a0e-1b7d-4e3a-9c21-7d0b6a5e8f13"}])"));
+    ASSERT_EQ(todos.size(), 3u);
     EXPECT_EQ(todos[0].title, std::string("nul \0 inside", 12));
+    EXPECT_EQ(todos[2], (Todo{{}, todos[0].id, "x", {}, utc("2025-03-06T09:15:02Z")}));
     EXPECT_EQ(decoded(encodeTodos(todos)), todos);
-}
-
-TEST(TodoJson, ReaderAcceptsAnyOrderNullsAndUnknownMembers) {
-    const auto todos = decoded(R"([{"title": "x", "extra": {"nested": [1, 2]}, "day": null,
-        "minute": null, "doneAt": null, "created": "2025-03-06T10:15:02+01:00",
-        "id": "2c5f4a0e-1b7d-4e3a-9c21-7d0b6a5e8f13"}])");
-    ASSERT_EQ(todos.size(), 1u);
-    EXPECT_FALSE(todos[0].day);
-    EXPECT_FALSE(todos[0].minute);
-    EXPECT_FALSE(todos[0].isDone());
-    EXPECT_EQ(todos[0].created, utc("2025-03-06T09:15:02Z"));
 }
 
 TEST(TodoJson, AnyWrongMemberMakesTheWholeFileUnreadable) {
@@ -129,13 +123,6 @@ TEST(TodoJson, AnyWrongMemberMakesTheWholeFileUnreadable) {
     for (const std::string& bytes : cases) {
         EXPECT_TRUE(std::holds_alternative<std::string>(decodeTodos(bytes))) << bytes;
     }
-}
-
-TEST(TodoJson, DeepNestingIsRefusedWithoutRecursion) {
-    const std::string hostile = std::string(1'000'000, '[') + std::string(1'000'000, ']');
-    const auto result = decodeTodos(hostile);
-    ASSERT_TRUE(std::holds_alternative<std::string>(result));
-    EXPECT_NE(std::get<std::string>(result).find("nests deeper"), std::string::npos);
 }
 
 } // namespace
