@@ -25,16 +25,13 @@ constexpr std::string_view exampleFile = R"([
 ])";
 
 std::vector<Todo> exampleTodos() {
-    return {Todo{{"2025-03-07", 900},
-                 *Uuid::parse("3f2b8c1e-5a47-4d0b-9e6f-2c8a1b7d4e90"),
-                 "dentist",
-                 std::nullopt,
-                 utc("2025-03-06T09:15:02Z")},
-            Todo{{},
-                 *Uuid::parse("2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13"),
-                 "taxes",
-                 utc("2025-03-06T08:02:10Z"),
-                 utc("1969-12-31T23:59:59Z")}};
+    Todo dentist = testing::todo("dentist", "2025-03-07", 900);
+    dentist.id = *Uuid::parse("3f2b8c1e-5a47-4d0b-9e6f-2c8a1b7d4e90");
+    dentist.created = utc("2025-03-06T09:15:02Z");
+    Todo taxes = testing::todo("taxes", {}, {}, utc("2025-03-06T08:02:10Z"));
+    taxes.id = *Uuid::parse("2C5F4A0E-1B7D-4E3A-9C21-7D0B6A5E8F13");
+    taxes.created = utc("1969-12-31T23:59:59Z");
+    return {dentist, taxes};
 }
 
 std::vector<Todo> decoded(const std::string& bytes) {
