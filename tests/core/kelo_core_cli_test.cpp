@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <regex>
 #include <sstream>
@@ -64,47 +63,35 @@ Session drive(const std::string& command, const std::vector<std::string>& lines 
     return session;
 }
 
-// Each input line with its one answer, compared as JSON values.
-void expectAnswers(const std::string& command,
-                   const std::vector<std::pair<std::string, const char*>>& exchanges) {
-    std::vector<std::string> lines;
-    for (const auto& [line, answer] : exchanges) {
-        lines.push_back(line);
-    }
+// Each input line answered by one line, as Kelo reads them, and a good end.
+void expectAnswers(const std::string& command, const std::vector<std::string>& lines,
+                   const std::vector<std::string>& answers) {
     const Session session = drive(command, lines);
     EXPECT_EQ(session.status, 0) << command;
-    ASSERT_EQ(session.output.size(), lines.size()) << command << ": one answer to each line";
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        EXPECT_EQ(json::parse(session.output[i], nullptr, false), json::parse(exchanges[i].second))
-            << command << ": " << lines[i] << " -> " << session.output[i];
-    }
+    EXPECT_EQ(session.output, answers) << command;
 }
 
 TEST(KeloCoreCli, LineCommandsAnswerEachLineAndReadOnAfterBadOnes) {
-    expectAnswers(at10("parse"), {{R"("dentist fri 3pm")",
-                                   R"({"title": "dentist", "day": "2025-03-07", "minute": 900})"},
-                                  {"  \t", R"({"error": "empty line"})"},
-                                  {"dentist fri", R"({"error": "not JSON"})"},
-                                  {"42", R"({"error": "expected a JSON string"})"}});
-    expectAnswers(at10("parse --bucket=backlog"),
-                  {{R"("milk 5pm")", R"({"title": "milk", "day": "2025-03-06", "minute": 1020})"}});
-    expectAnswers(at10("when"), {{R"("Tomorrow 3PM")", R"({"day": "2025-03-07", "minute": 900})"},
-                                 {R"("dentist")", "null"}});
+    expectAnswers(at10("parse"), {R"("dentist fri 3pm")", "  \t", "dentist fri", "42"},
+                  {R"({"title":"dentist","day":"2025-03-07","minute":900})",
+                   R"({"error":"empty line"})", R"({"error":"not JSON"})",
+                   R"({"error":"expected a JSON string"})"});
+    expectAnswers(at10("parse --bucket=backlog"), {R"("milk 5pm")"},
+                  {R"({"title":"milk","day":"2025-03-06","minute":1020})"});
+    expectAnswers(at10("when"), {R"("Tomorrow 3PM")", R"("dentist")"},
+                  {R"({"day":"2025-03-07","minute":900})", "null"});
     expectAnswers(at10("phrase"),
-                  {{R"({"day": "2025-03-08", "minute": 570})", R"("saturday 9:30am")"},
-                   {R"({"minute": 1440})",
-                    R"({"error": "minute must be a whole number from 0 to 1439, or null"})"}});
-    expectAnswers(
-        at10("format"),
-        {{R"({"day": "2025-03-06", "minute": 1020})",
-          "{\"day\": \"Today\", \"time\": \"5:00\u202fPM\", \"compact\": \"5:00\", "
-          "\"when\": \"Today · 5:00\u202fPM\"}"},
-         {R"("today")", R"({"error": "expected an object {\"day\": ..., \"minute\": ...}"})"}});
+                  {R"({"day": "2025-03-08", "minute": 570})", R"({"minute": 1440})"},
+                  {R"("saturday 9:30am")",
+                   R"({"error":"minute must be a whole number from 0 to 1439, or null"})"});
+    expectAnswers(at10("format"), {R"({"day": "2025-03-06", "minute": 1020})", R"("today")"},
+                  {"{\"day\":\"Today\",\"time\":\"5:00\u202fPM\",\"compact\":\"5:00\","
+                   "\"when\":\"Today · 5:00\u202fPM\"}",
+                   R"({"error":"expected an object {\"day\": ..., \"minute\": ...}"})"});
     // 08:30 on Friday in Tokyo, in German: the zone and the locale are the ones asked for.
-    expectAnswers(
-        "format --now 2025-03-06T23:30:00Z --tz Asia/Tokyo --locale de_DE",
-        {{R"({"day": "2025-03-07", "minute": 1020})",
-          R"({"day": "Today", "time": "17:00", "compact": "17:00", "when": "Today · 17:00"})"}});
+    expectAnswers("format --now 2025-03-06T23:30:00Z --tz Asia/Tokyo --locale de_DE",
+                  {R"({"day": "2025-03-07", "minute": 1020})"},
+                  {R"({"day":"Today","time":"17:00","compact":"17:00","when":"Today · 17:00"})"});
 }
 
 TEST(KeloCoreCli, BadCommandLinesExitWithStatus2AndUsage) {

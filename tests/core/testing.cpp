@@ -3,6 +3,7 @@
 #include "day.h"
 #include "todo_json.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -56,10 +57,8 @@ Todo todo(std::string title, std::optional<DayKey> day, std::optional<std::int64
 }
 
 std::vector<std::string> titles(const std::vector<Todo>& todos) {
-    std::vector<std::string> result;
-    for (const Todo& todo : todos) {
-        result.push_back(todo.title);
-    }
+    std::vector<std::string> result(todos.size());
+    std::ranges::transform(todos, result.begin(), &Todo::title);
     return result;
 }
 

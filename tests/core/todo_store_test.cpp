@@ -1,10 +1,8 @@
 #include "data_file.h"
 #include "testing.h"
 #include "todo_json.h"
-#include "todo_store.h"
 
 #include <csignal>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -85,10 +83,23 @@ TEST_F(StoreTest, EveryChangeNotifiesOnceAndIsOnDiskWhenItReturns) {
     EXPECT_FALSE(fs::exists(file));
 }
 
-TEST_F(StoreTest, LoadKeepsFileOrderAndBacksUpTheExactBytesOnce) {
+// Leftover temporary files of ours are removed at load; a name of the right length that is not
+// ours is kept.
+TEST_F(StoreTest, LoadKeepsFileOrderRemovesLeftoversAndBacksUpTheExactBytesOnce) {
     const std::string bytes = encodeTodos({testing::todo("b", "2025-03-07"), testing::todo("a")});
     writeFile(file, bytes + "\n");
+    // clang-format off
+    const std::pair<const char*, bool> files[] = {
+        {".todos.json.Ab12Cd", false}, {".todos.backup.json.x9Y8z7", false},
+        {".todos.json.notours", true}, {".todos.json.not-us", true}, {"notes.txt", true}};
+    // clang-format on
+    for (const auto& [name, kept] : files) {
+        writeFile(folder / name, "left over");
+    }
     auto store = open();
+    for (const auto& [name, kept] : files) {
+        EXPECT_EQ(fs::exists(folder / name), kept) << name;
+    }
     EXPECT_EQ(titles(store->todos()), (Titles{"b", "a"}));
     EXPECT_FALSE(fs::exists(folder / "todos.backup.json")) << "written only when asked";
     store->add("c");
@@ -98,21 +109,6 @@ TEST_F(StoreTest, LoadKeepsFileOrderAndBacksUpTheExactBytesOnce) {
     store->writeBackup();
     EXPECT_FALSE(fs::exists(folder / "todos.backup.json")) << "written once";
     EXPECT_TRUE(log.empty());
-}
-
-TEST_F(StoreTest, LeftoverTemporaryFilesAreRemovedAtLoad) {
-    const std::pair<const char*, bool> files[] = {{".todos.json.Ab12Cd", false},
-                                                  {".todos.backup.json.x9Y8z7", false},
-                                                  {".todos.json.notours", true},
-                                                  {".todos.json.not-us", true},
-                                                  {"notes.txt", true}};
-    for (const auto& [name, kept] : files) {
-        writeFile(folder / name, "left over");
-    }
-    open();
-    for (const auto& [name, kept] : files) {
-        EXPECT_EQ(fs::exists(folder / name), kept) << name;
-    }
 }
 
 // A folder that cannot be made, or a folder at the data file's place (KELO_DATA naming one,

@@ -1,7 +1,6 @@
 #include "testing.h"
 #include "todo.h"
 
-#include <gtest/gtest.h>
 #include <unordered_set>
 
 namespace kelo {
