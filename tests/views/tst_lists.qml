@@ -117,6 +117,7 @@ ViewTest {
         const view = page()
         rowNamed(view, "standup").menuEntries()[4].action()
         verify(!rig.task(id))
+        verify(rig.model.toast.shown)
         rig.model.undoLast()
         compare(rowNamed(view, "standup").task.id, id)
     }
