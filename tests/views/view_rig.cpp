@@ -11,10 +11,6 @@ ViewRig::ViewRig(QObject* parent)
     : QObject(parent)
     , rig_(std::make_unique<Rig>()) {}
 
-QString ViewRig::today() const {
-    return qtText(rig_->today());
-}
-
 void ViewRig::startAt(int year, int month, int day, int hour, int minute) {
     rig_ = std::make_unique<Rig>(at(year, month, day, hour, minute));
     Q_EMIT modelChanged();
@@ -26,21 +22,12 @@ QString ViewRig::addTask(const QString& title, const QVariant& day, const QVaria
     if (day.typeId() == QMetaType::QString) {
         key = day.toString() == u"today" ? rig_->today() : stdText(day.toString());
     }
-    std::optional<std::int64_t> time;
-    if (minute.isValid() && !minute.isNull()) {
-        time = minute.toLongLong();
-    }
-    const Todo task = rig_->addTask(stdText(title), key, time);
+    const Todo task = rig_->addTask(
+        stdText(title), key, minute.isNull() ? std::nullopt : std::optional(minute.toLongLong()));
     if (done) {
         rig_->model->store().toggle(task.id, rig_->time.now());
     }
     return idText(task.id);
-}
-
-void ViewRig::deleteTask(const QString& id) {
-    if (const auto uuid = idFrom(id)) {
-        static_cast<void>(rig_->model->store().remove(*uuid));
-    }
 }
 
 QVariant ViewRig::task(const QString& id) const {
