@@ -1,5 +1,9 @@
 #include "civil_day.h"
 
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+
 namespace kelo {
 
 std::int64_t CivilDay::serial() const {
@@ -35,6 +39,26 @@ int CivilDay::weekday() const {
     // 1970-01-01 was a Thursday (5).
     const std::int64_t fromThursday = serial() - floorDiv(serial(), 7) * 7; // [0, 6]
     return static_cast<int>((fromThursday + 4) % 7) + 1;
+}
+
+char* CivilDay::write(char* out) const {
+    if (year < 0) {
+        *out++ = '-';
+    }
+    char digits[24];
+    const std::uint64_t magnitude =
+        year < 0 ? 0 - static_cast<std::uint64_t>(year) : static_cast<std::uint64_t>(year);
+    const char* digitsEnd = std::to_chars(std::begin(digits), std::end(digits), magnitude).ptr;
+    for (auto width = digitsEnd - digits; width < (year < 0 ? 3 : 4); ++width) {
+        *out++ = '0';
+    }
+    out = std::copy(static_cast<const char*>(digits), digitsEnd, out);
+    for (const int value : {month, day}) {
+        *out++ = '-';
+        *out++ = static_cast<char>('0' + value / 10);
+        *out++ = static_cast<char>('0' + value % 10);
+    }
+    return out;
 }
 
 } // namespace kelo

@@ -27,6 +27,11 @@ struct CivilDay {
     // 1 = Sunday ... 7 = Saturday.
     [[nodiscard]] int weekday() const;
     [[nodiscard]] CivilDay adding(std::int64_t days) const { return fromSerial(serial() + days); }
+
+    // Writes the day as "%04lld-%02d-%02d" would (the year four digits at least, a minus sign
+    // counting as one) and returns the end; 28 characters are always enough. Written by hand
+    // because printf is slow at it, and the data file and every list row hold dates.
+    char* write(char* out) const;
 };
 
 } // namespace kelo

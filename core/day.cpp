@@ -1,16 +1,13 @@
 #include "day.h"
 
 #include <charconv>
-#include <cstdio>
 #include <vector>
 
 namespace kelo::Day {
 
 DayKey key(CivilDay day) {
-    char text[48];
-    const int length = std::snprintf(text, sizeof text, "%04lld-%02d-%02d",
-                                     static_cast<long long>(day.year), day.month, day.day);
-    return DayKey(text, static_cast<std::size_t>(length));
+    char text[28];
+    return DayKey(text, day.write(text));
 }
 
 DayKey key(Timestamp time, const Calendar& calendar) {

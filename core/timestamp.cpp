@@ -47,28 +47,13 @@ std::string internetDateTime(Timestamp time) {
     const std::int64_t days = floorDiv(seconds, 86400);
     const auto secondOfDay = static_cast<int>(seconds - days * 86400); // [0, 86399]
     const CivilDay day = CivilDay::fromSerial(days);
-    // Written by hand: the data file holds two of these per task, and printf is slow at it. The
-    // year keeps printf's "%04lld" form, four digits at least with the sign counting as one.
     char text[40];
-    char* next = text;
-    if (day.year < 0) {
-        *next++ = '-';
-    }
-    char year[24];
-    const std::uint64_t magnitude = day.year < 0 ? 0 - static_cast<std::uint64_t>(day.year)
-                                                 : static_cast<std::uint64_t>(day.year);
-    const char* yearEnd = std::to_chars(std::begin(year), std::end(year), magnitude).ptr;
-    for (auto width = yearEnd - year; width < (day.year < 0 ? 3 : 4); ++width) {
-        *next++ = '0';
-    }
-    next = std::copy(static_cast<const char*>(year), yearEnd, next);
+    char* next = day.write(text);
     const auto twoDigits = [&](char before, int value) {
         *next++ = before;
         *next++ = static_cast<char>('0' + value / 10);
         *next++ = static_cast<char>('0' + value % 10);
     };
-    twoDigits('-', day.month);
-    twoDigits('-', day.day);
     twoDigits('T', secondOfDay / 3600);
     twoDigits(':', secondOfDay / 60 % 60);
     twoDigits(':', secondOfDay % 60);

@@ -23,7 +23,12 @@ struct LineError {
     std::string message;
 };
 
-using Answer = std::variant<Json, LineError>;
+// An answer already written as compact JSON, for the commands that answer many lines.
+struct JsonText {
+    std::string text;
+};
+
+using Answer = std::variant<Json, JsonText, LineError>;
 
 // Answers every line of the input with exactly one compact JSON line, flushed whenever no more
 // input is waiting, so that a co-process can wait for each answer. Blank lines and lines that are
@@ -35,6 +40,10 @@ void answerLines(std::istream& in, std::ostream& out,
 
 // The compact text of a value; text that is not UTF-8 is replaced, never thrown about.
 [[nodiscard]] std::string compact(const Json& value);
+
+// Appends the compact text of `text`, or of null when it is absent, as `compact` writes it.
+void appendCompact(std::string& out, const std::optional<std::string>& text);
+void appendCompact(std::string& out, const std::optional<std::int64_t>& number);
 
 // The day and minute of a {"day": ..., "minute": ...} object. A missing member and null both
 // mean absent; a minute must be a whole number of the day, 0 to 1439.

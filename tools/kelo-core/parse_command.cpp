@@ -1,5 +1,6 @@
 #include "commands.h"
 #include "json_io.h"
+#include "json_string.h"
 #include "quick_parse.h"
 
 namespace kelo::cli {
@@ -14,9 +15,14 @@ int runParse(const Invocation& invocation, std::istream& in, std::ostream& out) 
             invocation.bucket
                 ? QuickParse::plan(text, *invocation.bucket, invocation.now, invocation.calendar)
                 : QuickParse::parse(text, invocation.now, invocation.calendar);
-        return Json{{"title", parsed.title},
-                    {"day", orNull(parsed.day)},
-                    {"minute", orNull(parsed.minute)}};
+        JsonText line{R"({"title":)"};
+        appendJsonString(line.text, parsed.title, Slash::plain);
+        line.text += R"(,"day":)";
+        appendCompact(line.text, parsed.day);
+        line.text += R"(,"minute":)";
+        appendCompact(line.text, parsed.minute);
+        line.text += '}';
+        return line;
     });
     return 0;
 }
