@@ -33,9 +33,10 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # QML modules and Qt plugins are loaded at run time, so dpkg-shlibdeps cannot see them: the
 # island's views import QtQuick, QtQuick.Shapes, QtQuick.Layouts, QtQml.WorkerScript and
-# Qt.labs.qmlmodels; libqt6svg6 draws the menus' icons.
+# Qt.labs.qmlmodels; libqt6svg6 draws the menus' icons. libsystemd0 is loaded when kelo-core
+# or kelo's command line first talks to a running Kelo.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-    "qml6-module-qtquick, qml6-module-qtquick-shapes, qml6-module-qtquick-layouts, qml6-module-qtqml-workerscript, qml6-module-qt-labs-qmlmodels, libqt6svg6")
+    "libsystemd0, qml6-module-qtquick, qml6-module-qtquick-shapes, qml6-module-qtquick-layouts, qml6-module-qtqml-workerscript, qml6-module-qt-labs-qmlmodels, libqt6svg6")
 # The reminder sound plays the theme's "alarm-clock-elapsed" event.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS sound-theme-freedesktop)
 

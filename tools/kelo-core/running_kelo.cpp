@@ -1,9 +1,10 @@
 #include "running_kelo.h"
 
+#include "sd_bus_library.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <system_error>
-#include <systemd/sd-bus.h>
 
 namespace kelo::bus {
 namespace {
@@ -11,21 +12,23 @@ namespace {
 // Every call returns at once in Kelo; one that takes longer means a Kelo that hangs.
 constexpr std::uint64_t callTimeoutMicroseconds = 10'000'000;
 
-std::string describe(const sd_bus_error& error, int status) {
-    if (sd_bus_error_is_set(&error)) {
+std::string describe(const SdBusLibrary& sd, const sd_bus_error& error, int status) {
+    if (sd.errorIsSet(&error)) {
         return error.message ? error.message : error.name;
     }
     return std::system_category().message(-status);
 }
 
 struct ErrorGuard {
+    const SdBusLibrary& sd;
     sd_bus_error error{}; // SD_BUS_ERROR_NULL, without its C compound literal
-    ~ErrorGuard() { sd_bus_error_free(&error); }
+    ~ErrorGuard() { sd.errorFree(&error); }
 };
 
 struct MessageGuard {
+    const SdBusLibrary& sd;
     sd_bus_message* message = nullptr;
-    ~MessageGuard() { sd_bus_message_unref(message); }
+    ~MessageGuard() { sd.unref(message); }
 };
 
 std::variant<std::monostate, Failure> withoutAnswer(std::variant<std::string, Failure> result) {
@@ -57,19 +60,24 @@ std::string busName(const std::filesystem::path& dataFile) {
 }
 
 std::variant<RunningKelo, Failure> RunningKelo::find(const std::filesystem::path& dataFile) {
+    const SdBusLibrary* sd = SdBusLibrary::get();
+    if (!sd) {
+        return Failure{"libsystemd.so.0, which talks to the session bus, cannot be loaded"};
+    }
     sd_bus* bus = nullptr;
-    if (const int status = sd_bus_open_user(&bus); status < 0) {
+    if (const int status = sd->openUser(&bus); status < 0) {
         return Failure{"no session bus (" + std::system_category().message(-status) + ")"};
     }
-    RunningKelo kelo(bus, busName(dataFile));
-    ErrorGuard error;
-    MessageGuard reply;
-    const int status = sd_bus_call_method(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                          "org.freedesktop.DBus", "NameHasOwner", &error.error,
-                                          &reply.message, "s", kelo.name_.c_str());
+    RunningKelo kelo(*sd, bus, busName(dataFile));
+    ErrorGuard error{*sd};
+    MessageGuard reply{*sd};
+    const int status =
+        sd->callMethod(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                       "NameHasOwner", &error.error, &reply.message, "s", kelo.name_.c_str());
     int owned = 0;
-    if (status < 0 || sd_bus_message_read(reply.message, "b", &owned) < 0) {
-        return Failure{"the session bus did not answer (" + describe(error.error, status) + ")"};
+    if (status < 0 || sd->read(reply.message, "b", &owned) < 0) {
+        return Failure{"the session bus did not answer (" + describe(*sd, error.error, status) +
+                       ")"};
     }
     if (!owned) {
         return Failure{"no Kelo runs with " + dataFile.string()};
@@ -77,18 +85,20 @@ std::variant<RunningKelo, Failure> RunningKelo::find(const std::filesystem::path
     return kelo;
 }
 
-RunningKelo::RunningKelo(sd_bus* bus, std::string name)
-    : bus_(bus)
+RunningKelo::RunningKelo(const SdBusLibrary& sd, sd_bus* bus, std::string name)
+    : sd_(sd)
+    , bus_(bus)
     , name_(std::move(name)) {}
 
 RunningKelo::RunningKelo(RunningKelo&& other) noexcept
-    : bus_(other.bus_)
+    : sd_(other.sd_)
+    , bus_(other.bus_)
     , name_(std::move(other.name_)) {
     other.bus_ = nullptr;
 }
 
 RunningKelo::~RunningKelo() {
-    sd_bus_flush_close_unref(bus_);
+    sd_.flushCloseUnref(bus_);
 }
 
 std::variant<std::monostate, Failure> RunningKelo::toggle() {
@@ -104,26 +114,26 @@ std::variant<std::string, Failure> RunningKelo::add(std::string_view line) {
 }
 
 std::variant<std::string, Failure> RunningKelo::call(const char* method, const char* line) {
-    ErrorGuard error;
-    MessageGuard message;
-    MessageGuard reply;
-    int status = sd_bus_message_new_method_call(bus_, &message.message, name_.c_str(), objectPath,
-                                                interfaceName, method);
+    ErrorGuard error{sd_};
+    MessageGuard message{sd_};
+    MessageGuard reply{sd_};
+    int status =
+        sd_.newMethodCall(bus_, &message.message, name_.c_str(), objectPath, interfaceName, method);
     if (status >= 0 && line) {
-        status = sd_bus_message_append(message.message, "s", line);
+        status = sd_.append(message.message, "s", line);
     }
     if (status >= 0) {
-        status = sd_bus_call(bus_, message.message, callTimeoutMicroseconds, &error.error,
-                             &reply.message);
+        status =
+            sd_.call(bus_, message.message, callTimeoutMicroseconds, &error.error, &reply.message);
     }
     if (status < 0) {
-        return Failure{"Kelo did not answer (" + describe(error.error, status) + ")"};
+        return Failure{"Kelo did not answer (" + describe(sd_, error.error, status) + ")"};
     }
     if (!line) {
         return std::string();
     }
     const char* id = nullptr;
-    if (sd_bus_message_read(reply.message, "s", &id) < 0 || !id) {
+    if (sd_.read(reply.message, "s", &id) < 0 || !id) {
         return Failure{"Kelo's answer could not be read"};
     }
     return std::string(id);

@@ -12,6 +12,8 @@ struct sd_bus;
 // `kelo --add` and `kelo-core add`. Plain C++ on sd-bus, so that kelo-core stays without Qt.
 namespace kelo::bus {
 
+struct SdBusLibrary;
+
 inline constexpr const char* objectPath = "/org/kelo/Kelo";
 inline constexpr const char* interfaceName = "org.kelo.Kelo1";
 
@@ -49,9 +51,10 @@ public:
     [[nodiscard]] std::variant<std::string, Failure> add(std::string_view line);
 
 private:
-    RunningKelo(sd_bus* bus, std::string name);
+    RunningKelo(const SdBusLibrary& sd, sd_bus* bus, std::string name);
     [[nodiscard]] std::variant<std::string, Failure> call(const char* method, const char* line);
 
+    const SdBusLibrary& sd_;
     sd_bus* bus_ = nullptr;
     std::string name_;
 };
