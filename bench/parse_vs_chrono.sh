@@ -12,8 +12,8 @@ here=$(cd "$(dirname "$0")" && pwd)
 build=${1:-$here/../build}
 kelo_core=$build/tools/kelo-core/kelo-core
 [[ -x $kelo_core ]] || { echo "missing $kelo_core: build kelo-core first" >&2; exit 2; }
-command -v node >/dev/null && command -v npm >/dev/null && [[ -x /usr/bin/time ]] ||
-    { echo "node, npm and /usr/bin/time are needed (apt-get install nodejs npm time)" >&2; exit 2; }
+command -v node >/dev/null && command -v npm >/dev/null ||
+    { echo "node and npm are needed (apt-get install nodejs npm)" >&2; exit 2; }
 
 scratch=$(mktemp -d /tmp/kelo-chrono-XXXXXX)
 trap 'rm -rf "$scratch"' EXIT
@@ -51,13 +51,14 @@ for (const line of input) {
 process.stdout.write(out.join("\n") + "\n");
 JS
 
-# Wall-clock and CPU (user + system) milliseconds of one whole run, each the median of five. On
-# a busy machine the wall clock also counts waiting for a core; the CPU time does not.
+# Wall-clock and CPU (user + system) milliseconds of one whole run, each the median of five, as
+# bash's own `time` gives them (to the millisecond). On a busy machine the wall clock also
+# counts waiting for a core; the CPU time does not.
 median_ms() {
-    local wall=() cpu=()
+    local wall=() cpu=() TIMEFORMAT='%3R %3U %3S'
     for _ in 1 2 3 4 5; do
         local figures
-        figures=$(/usr/bin/time -f '%e %U %S' "$@" <"$scratch/lines" 2>&1 >"$scratch/out" | tail -1)
+        figures=$({ time "$@" <"$scratch/lines" >"$scratch/out" 2>/dev/null; } 2>&1)
         read -r elapsed user system <<<"$figures"
         wall+=("$(awk -v e="$elapsed" 'BEGIN { printf "%d", e * 1000 }')")
         cpu+=("$(awk -v u="$user" -v s="$system" 'BEGIN { printf "%d", (u + s) * 1000 }')")
@@ -73,7 +74,7 @@ read -r chrono_wall chrono_cpu < <(TZ=Europe/Berlin median_ms node "$scratch/chr
 [[ $(wc -l <"$scratch/out") -eq 20000 ]] || { echo "chrono-node gave a wrong count" >&2; exit 1; }
 
 ratio() { awk -v k="$1" -v c="$2" 'BEGIN { printf "%.1fx", c / (k > 0 ? k : 1) }'; }
-echo "20,000 lines, median of 5 whole runs each (/usr/bin/time, 10 ms steps)"
+echo "20,000 lines, median of 5 whole runs each"
 echo "                 wall clock   CPU"
 printf 'kelo-core parse  %7s ms %6s ms\n' "$kelo_wall" "$kelo_cpu"
 printf 'chrono-node      %7s ms %6s ms\n' "$chrono_wall" "$chrono_cpu"
