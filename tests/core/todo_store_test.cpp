@@ -1,9 +1,12 @@
+#include "data_file_lock.h"
 #include "testing.h"
 
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace kelo {
 namespace {
@@ -222,40 +225,31 @@ TEST_F(StoreTest, ADataFileThatIsALinkIsWrittenThroughToItsTarget) {
     EXPECT_EQ(readFile(folder / "synced" / "todos.corrupt-1741252502.json"), "{unreadable");
 }
 
-// Another program (a sync tool, an editor) changes the file while the store holds it: the store
-// takes in what it finds, applies its own change to that, and neither side loses a task. An
-// unreadable replacement is in hostile_files_test.
+// Another program (an editor, a sync tool) changes the file while the store holds it: the store
+// takes in what it finds, applies its own change to that, and neither side loses a task. Files
+// renamed over it are in hostile_files_test.
 TEST_F(StoreTest, ChangesByAnotherProgramAreTakenInAndKept) {
     auto store = open();
     const Todo ours = *store->add("ours");
-    const auto replace = [&](std::vector<Todo> todos) {
-        ASSERT_TRUE(
-            std::holds_alternative<FileIdentity>(writeFileAtomically(file, encodeTodos(todos))));
-    };
-
-    replace({ours, testing::todo("theirs")});
+    // Edited in place: same file, other content.
+    writeFile(file, encodeTodos({ours, testing::todo("theirs")}));
     notifications = 0;
     store->reloadIfChanged();
     store->reloadIfChanged();
     EXPECT_EQ(titles(store->todos()), (Titles{"ours", "theirs"}));
     EXPECT_EQ(notifications, 1);
 
-    // Replaced again, and changed in Kelo before the store looked.
-    replace({ours, store->todos()[1], testing::todo("more")});
+    // Edited again, and changed in Kelo before the store looked.
+    writeFile(file, encodeTodos({ours, testing::todo("more"), store->todos()[1]}));
     store->toggle(ours.id, now);
-    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "theirs", "more"}));
-    EXPECT_TRUE(store->find(ours.id)->isDone());
-
-    // Edited in place: same file, other content.
-    writeFile(file, encodeTodos({store->todos()[0]}));
-    store->add("added after the edit");
-    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "added after the edit"}));
+    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "more", "theirs"}));
+    EXPECT_TRUE(onDisk(file)[0].isDone());
 
     // Deleted: what Kelo holds stays and is written with the next change.
     fs::remove(file);
     store->reloadIfChanged();
     store->add("after the deletion");
-    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "added after the edit", "after the deletion"}));
+    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "more", "theirs", "after the deletion"}));
 }
 
 // No other test of this program reads these variables.
@@ -265,6 +259,43 @@ TEST(TodoStoreDefault, FollowsXdgDataHome) {
     ::setenv("XDG_DATA_HOME", "relative/ignored", 1);
     ::setenv("HOME", "/home/someone", 1);
     EXPECT_EQ(TodoStore::defaultPath(), fs::path("/home/someone/.local/share/Kelo/todos.json"));
+}
+
+TEST(DataFileLockTest, OneHolderPerDataFileUntilItEndsOrDies) {
+    testing::ScratchFolder folder;
+    const auto data = folder / "not" / "yet" / "todos.json";
+    {
+        DataFileLock first(data);
+        ASSERT_EQ(first.status(), DataFileLock::Status::locked);
+        EXPECT_EQ(first.lockFile(), folder / "not" / "yet" / "todos.json.lock");
+        EXPECT_TRUE(fs::exists(first.lockFile()));
+
+        DataFileLock second(data);
+        EXPECT_EQ(second.status(), DataFileLock::Status::heldByOther);
+        EXPECT_EQ(second.error(), 0);
+        EXPECT_TRUE(DataFileLock(folder / "other.json").isLocked()) << "other files lock apart";
+    }
+    EXPECT_TRUE(DataFileLock(data).isLocked()) << "released with its holder";
+    // Only the kernel may release the lock of a process that dies without cleaning up.
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::_exit(DataFileLock(data).isLocked() ? 0 : 1);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    ASSERT_EQ(status, 0) << "the child held the lock";
+    EXPECT_TRUE(DataFileLock(data).isLocked());
+
+    // A writer through a link and one on its target exclude each other.
+    fs::create_symlink(data, folder / "link.json");
+    const DataFileLock throughLink(folder / "link.json");
+    EXPECT_EQ(throughLink.lockFile(), DataFileLock::lockFileFor(data));
+    EXPECT_EQ(DataFileLock(data).status(), DataFileLock::Status::heldByOther);
+
+    testing::writeFile(folder / "plain", "a file, not a folder");
+    DataFileLock impossible(folder / "plain" / "todos.json");
+    EXPECT_EQ(impossible.status(), DataFileLock::Status::unavailable);
+    EXPECT_NE(impossible.error(), 0);
 }
 
 } // namespace
