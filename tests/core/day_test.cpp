@@ -29,7 +29,7 @@ TEST(DayKey, OneMomentFallsOnDifferentDaysAndMinutesInDifferentZones) {
     EXPECT_EQ(Day::key(berlin.at(CivilDay{999, 3, 5}, 0, 0), copy), "0999-03-05");
 }
 
-TEST(DayDate, ReadsThreeNumbersAndNothingElse) {
+TEST(DayDate, ReadsThreeNumbersAndStartsAtTheFirstMomentOfTheDay) {
     const Calendar berlin = calendar("Europe/Berlin");
     for (const char* key : {"2025-03-07", "2025-3-7", "--2025--03--07--", "2025-x-03-07"}) {
         EXPECT_EQ(Day::date(key, berlin), wallTime(berlin, "2025-03-07 00:00")) << key;
@@ -37,11 +37,8 @@ TEST(DayDate, ReadsThreeNumbersAndNothingElse) {
     for (const char* key : {"", "2025-03", "2025-03-07-01", "2025-03-07x", "today"}) {
         EXPECT_FALSE(Day::date(key, berlin)) << key;
     }
-}
-
-// Zones that moved their clocks at midnight: a day starts at its first existing moment, and days
-// are 23 or 25 hours long around the change.
-TEST(DayDate, DaylightSavingChangeAtMidnight) {
+    // Zones that moved their clocks at midnight: a day starts at its first existing moment, and
+    // days are 23 or 25 hours long around the change.
     const Calendar saoPaulo = calendar("America/Sao_Paulo");
     // 2018-11-04 00:00 was skipped: the day began at 01:00 (-02:00).
     const Timestamp start = Day::date("2018-11-04", saoPaulo).value();
@@ -55,7 +52,7 @@ TEST(DayDate, DaylightSavingChangeAtMidnight) {
 }
 
 // The coming weekday and weekend are read in quick_parse_test.
-TEST(DayArithmetic, AddingDays) {
+TEST(CivilDay, AddingDaysAndSerialsAcrossErasAndWeekdays) {
     const std::tuple<std::int64_t, const char*, const char*> added[] = {
         {-6, "2025-03-06", "2025-02-28"}, {1, "2024-02-28", "2024-02-29"},
         {1, "2025-02-28", "2025-03-01"},  {-1, "2025-01-01", "2024-12-31"},
@@ -64,9 +61,6 @@ TEST(DayArithmetic, AddingDays) {
     for (const auto& [days, from, to] : added) {
         EXPECT_EQ(Day::adding(days, from), to) << from << " + " << days;
     }
-}
-
-TEST(CivilDay, SerialRoundTripsAcrossErasAndKnowsWeekdays) {
     for (std::int64_t serial = -800'000; serial <= 800'000; serial += 997) {
         EXPECT_EQ(CivilDay::fromSerial(serial).serial(), serial);
     }
@@ -94,7 +88,7 @@ TEST(Format, TimeInTheLocalesPreferredHourCycle) {
     }
 }
 
-TEST(Format, DayLabelsRelativeToToday) {
+TEST(Format, DayLabelsRelativeToTodayAndWhen) {
     const Calendar cal = calendar("Europe/Berlin");
     // On Thursday 2025-03-06; not day keys are shown as they are, and long ago the days stay
     // Gregorian.
@@ -117,10 +111,6 @@ TEST(Format, DayLabelsRelativeToToday) {
     const Calendar japanese = calendar("Europe/Berlin", "ja_JP");
     EXPECT_EQ(Format::day("2025-03-10", wallTime(japanese, "2025-03-06 10:00"), japanese),
               "月曜日");
-}
-
-TEST(Format, WhenJoinsDayAndTime) {
-    const Calendar cal = calendar("Europe/Berlin");
     const Timestamp now = wallTime(cal, "2025-03-06 10:00");
     EXPECT_EQ(Format::when("2025-03-10", 540, now, cal), "Monday · 9:00" NNBSP "AM");
     EXPECT_EQ(Format::when("2025-03-07", {}, now, cal), "Tomorrow");

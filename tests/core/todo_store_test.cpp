@@ -20,34 +20,27 @@ using testing::writeFile;
 using StoreTest = testing::StoreTest;
 using Titles = std::vector<std::string>;
 
-TEST_F(StoreTest, WritesNothingUntilTheFirstTaskIsAdded) {
+// Nothing is written until the first task is added; from then on every change notifies once and
+// is on disk when it returns.
+TEST_F(StoreTest, EveryChangeNotifiesOnceAndIsOnDiskWhenItReturns) {
     const fs::path nested = folder / "a" / "b" / "todos.json";
     auto store = open(nested);
     for (const char* blank : {"", " \n\t ", "\xC2\xA0\xE3\x80\x80"}) {
         EXPECT_FALSE(store->add(blank, "2025-03-06", 600)) << blank;
     }
-    EXPECT_EQ(notifications, 0);
     EXPECT_FALSE(fs::exists(folder / "a"));
-
-    const auto added = store->add("\xE3\x80\x80 milk \n", std::nullopt, 540);
-    EXPECT_EQ(added, (Todo{{}, added.value().id, "milk", {}, now})) << "no time without a day";
-    EXPECT_EQ(readFile(nested), encodeTodos(store->todos()));
-    EXPECT_EQ(fs::status(folder / "a").permissions(), fs::perms::owner_all);
-    EXPECT_EQ(fs::status(folder / "a" / "b").permissions(), fs::perms::owner_all);
-    EXPECT_EQ(fs::status(nested).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_TRUE(log.empty());
-}
-
-TEST_F(StoreTest, EveryChangeNotifiesOnceAndIsOnDiskWhenItReturns) {
-    auto store = open();
     int changes = 0;
     const auto expectSaved = [&](int count) {
         EXPECT_EQ(notifications, changes += count);
-        EXPECT_EQ(readFile(file), encodeTodos(store->todos()));
+        EXPECT_EQ(readFile(nested), encodeTodos(store->todos()));
     };
+    const Todo taxes = *store->add("\xE3\x80\x80 taxes \n", std::nullopt, 540);
     const Todo dentist = *store->add("dentist", "2025-03-07", 900);
-    const Todo taxes = *store->add("taxes");
     expectSaved(2);
+    EXPECT_EQ(taxes, (Todo{{}, taxes.id, "taxes", {}, now})) << "no time without a day";
+    EXPECT_EQ(fs::status(folder / "a").permissions(), fs::perms::owner_all);
+    EXPECT_EQ(fs::status(folder / "a" / "b").permissions(), fs::perms::owner_all);
+    EXPECT_EQ(fs::status(nested).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     store->toggle(taxes.id, utc("2025-03-06T10:00:00Z"));
     expectSaved(1);
     EXPECT_EQ(store->find(taxes.id)->doneAt, utc("2025-03-06T10:00:00Z"));
@@ -71,7 +64,7 @@ TEST_F(StoreTest, EveryChangeNotifiesOnceAndIsOnDiskWhenItReturns) {
     EXPECT_EQ(titles(store->todos()), (Titles{"taxes", "renamed", "twin"})) << "the first of two";
 
     // Changes that change nothing neither save nor notify.
-    fs::remove(file);
+    fs::remove(nested);
     store->update(done.id, retitle);
     const Uuid stranger = Uuid::random();
     store->update(stranger, retitle);
@@ -79,7 +72,8 @@ TEST_F(StoreTest, EveryChangeNotifiesOnceAndIsOnDiskWhenItReturns) {
     EXPECT_FALSE(store->remove(stranger));
     EXPECT_EQ(store->find(stranger), nullptr);
     EXPECT_EQ(notifications, changes);
-    EXPECT_FALSE(fs::exists(file));
+    EXPECT_FALSE(fs::exists(nested));
+    EXPECT_TRUE(log.empty());
 }
 
 // Leftover temporary files of ours are removed at load; a name of the right length that is not
