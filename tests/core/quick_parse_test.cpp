@@ -75,7 +75,7 @@ TEST(QuickParse, CountsFromTheDayOfNow) {
                                     {"2025-03-07 23:59", "x weekend", "x|2025-03-08|"},
                                     {"2025-03-06 23:59", "x sat", "x|2025-03-08|"},
                                     {"2025-03-06 00:00", "x sun", "x|2025-03-09|"},
-                                    {"2025-03-06 10:00", "x thu", "x|2025-03-13|"},
+                                    {"2025-03-07 16:00", "x fri 3pm", "x|2025-03-14|900"},
                                     {"2025-12-31 12:00", "x thu", "x|2026-01-01|"}};
     for (const auto& [at, text, read] : cases) {
         EXPECT_EQ(shown(QuickParse::parse(text, wallTime(cal, at), cal)), read)

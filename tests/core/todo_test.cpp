@@ -88,7 +88,8 @@ TEST(TodoJson, AnyWrongMemberMakesTheWholeFileUnreadable) {
     std::vector<std::string> cases = {
         "", "{}", "[1]", "[" + task + "}, " + task + "}",
         // The whole text is one value: nothing may follow it, not even after a NUL byte.
-        "[" + task + "}] []", "[" + task + "}]" + std::string(1, '\0') + "[" + task + "}]"};
+        "[" + task + "}] []", "[" + task + "}]x",
+        "[" + task + "}]" + std::string(1, '\0') + "[" + task + "}]"};
     // The task with one member wrong; of a repeated member the last counts. Times that an offset
     // carries out of the years 0000 to 9999 could not be written back.
     const std::pair<const char*, std::vector<const char*>> wrongMembers[] = {
