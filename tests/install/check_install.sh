@@ -29,7 +29,7 @@ same_files() {
         for size in 16 22 24 32 48 64 128 256; do
             echo "share/icons/hicolor/${size}x$size/apps/kelo.png"
         done
-    } | sort) <(sort <<<"$2") >&2 || fail "$1 holds other files than expected (- missing, + unexpected)"
+    } | sort) <(sort <<<"$2") >&2 || fail "$1: other files than expected (- missing, + unexpected)"
 }
 
 case "$check" in
@@ -47,11 +47,11 @@ prefix)
 validators)
     desktop-file-validate "$entry"
     appstreamcli validate --no-net "$metainfo"
-    [ -x "$prefix/bin/$(sed -n 's/^Exec=\([^ ]*\).*/\1/p' "$entry")" ] || fail "Exec: no such program"
+    [ -x "$prefix/bin/$(sed -n 's/^Exec=\([^ ]*\).*/\1/p' "$entry")" ] || fail "no Exec program"
     [ -f "$prefix/share/icons/hicolor/scalable/apps/$(sed -n 's/^Icon=//p' "$entry").svg" ] ||
         fail "Icon: no such icon"
-    grep -q '<launchable type="desktop-id">kelo.desktop</launchable>' "$metainfo" ||
-        fail "the metainfo launches another entry"
+    { grep -q "<id>$app_id<" "$metainfo" && grep -q 'desktop-id">kelo.desktop<' "$metainfo"; } ||
+        fail "the metainfo names another id or launches another entry"
     ;;
 programs)
     version=$("$prefix/bin/kelo" --version)
@@ -75,7 +75,7 @@ menu-entry)
     mkdir -m 700 "$home/runtime"
     # Launch at login was switched on while Kelo ran from a build folder that is gone since.
     login_item=$home/config/autostart/kelo.desktop
-    printf '[Desktop Entry]\nType=Application\nName=Kelo\nExec=%s\n' "$scratch/gone/kelo" >"$login_item"
+    printf '[Desktop Entry]\nType=Application\nName=Kelo\nExec=%s\n' "$scratch/gone" >"$login_item"
     env -u DISPLAY -u WAYLAND_DISPLAY -u DBUS_SESSION_BUS_ADDRESS \
         PATH="$prefix/bin:$PATH" HOME="$home" XDG_CONFIG_HOME="$home/config" \
         XDG_DATA_HOME="$home/data" XDG_RUNTIME_DIR="$home/runtime" QT_QPA_PLATFORM=offscreen \
@@ -86,7 +86,7 @@ menu-entry)
     done
     # The Kelo processes started from the installed program, found by what they run.
     started=$(for process in /proc/[0-9]*; do
-        [ "$(readlink "$process/exe" 2>/dev/null)" != "$prefix/bin/kelo" ] || echo "${process#/proc/}"
+        [ "$(readlink "$process/exe" 2>/dev/null)" != "$prefix/bin/kelo" ] || echo "${process:6}"
     done)
     [ -n "$started" ] || fail "the menu entry started no installed kelo"
     xargs kill <<<"$started"
