@@ -1,4 +1,5 @@
 #include "day.h"
+#include "format.h"
 #include "testing.h"
 
 namespace kelo {
@@ -21,12 +22,14 @@ TEST(DayKey, OneMomentFallsOnDifferentDaysAndMinutesInDifferentZones) {
         EXPECT_EQ(Day::key(utc(instant), calendar(zone)), key) << zone << " " << instant;
         EXPECT_EQ(Day::minuteOf(utc(instant), calendar(zone)), minute) << zone << " " << instant;
     }
-    // Years below 1000 are padded to four digits.
+    // Years below 1000 are padded to four digits, and a copied calendar keeps its zone.
+    Calendar copy = calendar("UTC");
     const Calendar berlin = calendar("Europe/Berlin");
-    EXPECT_EQ(Day::key(berlin.at(CivilDay{999, 3, 5}, 12, 0), berlin), "0999-03-05");
+    copy = berlin;
+    EXPECT_EQ(Day::key(berlin.at(CivilDay{999, 3, 5}, 0, 0), copy), "0999-03-05");
 }
 
-TEST(DayDate, ReadsThreeNumbersAndNothingElse) {
+TEST(DayDate, ReadsThreeNumbersAndStartsAtTheFirstMomentOfTheDay) {
     const Calendar berlin = calendar("Europe/Berlin");
     for (const char* key : {"2025-03-07", "2025-3-7", "--2025--03--07--", "2025-x-03-07"}) {
         EXPECT_EQ(Day::date(key, berlin), wallTime(berlin, "2025-03-07 00:00")) << key;
@@ -34,11 +37,8 @@ TEST(DayDate, ReadsThreeNumbersAndNothingElse) {
     for (const char* key : {"", "2025-03", "2025-03-07-01", "2025-03-07x", "today"}) {
         EXPECT_FALSE(Day::date(key, berlin)) << key;
     }
-}
-
-// Zones that moved their clocks at midnight: a day starts at its first existing moment, and days
-// are 23 or 25 hours long around the change.
-TEST(DayDate, DaylightSavingChangeAtMidnight) {
+    // Zones that moved their clocks at midnight: a day starts at its first existing moment, and
+    // days are 23 or 25 hours long around the change.
     const Calendar saoPaulo = calendar("America/Sao_Paulo");
     // 2018-11-04 00:00 was skipped: the day began at 01:00 (-02:00).
     const Timestamp start = Day::date("2018-11-04", saoPaulo).value();
@@ -51,7 +51,8 @@ TEST(DayDate, DaylightSavingChangeAtMidnight) {
               std::chrono::hours(25));
 }
 
-TEST(DayArithmetic, AddingNextWeekdayAndWeekend) {
+// The coming weekday and weekend are read in quick_parse_test.
+TEST(CivilDay, AddingDaysAndSerialsAcrossErasAndWeekdays) {
     const std::tuple<std::int64_t, const char*, const char*> added[] = {
         {-6, "2025-03-06", "2025-02-28"}, {1, "2024-02-28", "2024-02-29"},
         {1, "2025-02-28", "2025-03-01"},  {-1, "2025-01-01", "2024-12-31"},
@@ -60,25 +61,6 @@ TEST(DayArithmetic, AddingNextWeekdayAndWeekend) {
     for (const auto& [days, from, to] : added) {
         EXPECT_EQ(Day::adding(days, from), to) << from << " + " << days;
     }
-    const Calendar berlin = calendar("Europe/Berlin");
-    // 2025-03-06 is a Thursday; weekdays count from 1 = Sunday.
-    const std::tuple<const char*, int, const char*> next[] = {
-        {"2025-03-06 10:00", 6, "2025-03-07"}, {"2025-03-06 10:00", 5, "2025-03-13"},
-        {"2025-03-06 00:00", 1, "2025-03-09"}, {"2025-03-06 23:59", 7, "2025-03-08"},
-        {"2025-12-31 12:00", 5, "2026-01-01"},
-    };
-    for (const auto& [now, weekday, day] : next) {
-        EXPECT_EQ(Day::next(weekday, wallTime(berlin, now), berlin), day) << now << " " << weekday;
-    }
-    const char* const weekends[][2] = {{"2025-03-08 10:00", "2025-03-08"},
-                                       {"2025-03-09 10:00", "2025-03-15"},
-                                       {"2025-03-07 23:59", "2025-03-08"}};
-    for (const auto& [now, weekend] : weekends) {
-        EXPECT_EQ(Day::weekendAfter(wallTime(berlin, now), berlin), weekend) << now;
-    }
-}
-
-TEST(CivilDay, SerialRoundTripsAcrossErasAndKnowsWeekdays) {
     for (std::int64_t serial = -800'000; serial <= 800'000; serial += 997) {
         EXPECT_EQ(CivilDay::fromSerial(serial).serial(), serial);
     }
@@ -88,12 +70,51 @@ TEST(CivilDay, SerialRoundTripsAcrossErasAndKnowsWeekdays) {
     EXPECT_EQ(CivilDay::fromSerial(CivilDay{2025, 13, 1}.serial()), (CivilDay{2026, 1, 1}));
 }
 
-TEST(Calendar, KeepsItsZoneWhenCopied) {
-    Calendar copy = calendar("UTC");
-    const Calendar tokyo = calendar("Asia/Tokyo", "ja_JP");
-    copy = tokyo;
-    EXPECT_EQ(copy.zoneId(), "Asia/Tokyo");
-    EXPECT_EQ(Day::key(utc("2025-03-06T15:00:00Z"), copy), "2025-03-07");
+// ICU 72 writes a narrow no-break space before the English day period.
+#define NNBSP "\u202f"
+
+TEST(Format, TimeInTheLocalesPreferredHourCycle) {
+    // locale, minute, full, compact; beyond the day the time rolls over as the calendar would.
+    // clang-format off
+    const std::tuple<const char*, std::int64_t, const char*, const char*> cases[] = {
+        {"en_US", 1020, "5:00" NNBSP "PM", "5:00"}, {"en_US", 0, "12:00" NNBSP "AM", "12:00"},
+        {"en_US", -1, "11:59" NNBSP "PM", "11:59"}, {"de_DE", 5, "00:05", "00:05"},
+        {"ko_KR", 1020, "오후 5:00", "5:00"}}; // the day period first
+    // clang-format on
+    for (const auto& [locale, minute, full, compact] : cases) {
+        const Calendar cal = calendar("Europe/Berlin", locale);
+        EXPECT_EQ(Format::time(minute, false, cal), full) << locale << " " << minute;
+        EXPECT_EQ(Format::time(minute, true, cal), compact) << locale << " " << minute;
+    }
+}
+
+TEST(Format, DayLabelsRelativeToTodayAndWhen) {
+    const Calendar cal = calendar("Europe/Berlin");
+    // On Thursday 2025-03-06; not day keys are shown as they are, and long ago the days stay
+    // Gregorian.
+    const char* const labels[][2] = {
+        {"2025-03-06", "Today"},        {"2025-03-07", "Tomorrow"},
+        {"2025-03-05", "Yesterday"},    {"2025-03-12", "Wednesday"},
+        {"2025-03-13", "Thu, Mar 13"},  {"2025-03-04", "Tue, Mar 4"},
+        {"2026-01-15", "Jan 15, 2026"}, {"2025-3-14", "Fri, Mar 14"},
+        {"someday", "someday"},         {"2025-03-07-01", "2025-03-07-01"},
+        {"0999-03-05", "Mar 5, 0999"},
+    };
+    for (const auto& [key, label] : labels) {
+        EXPECT_EQ(Format::day(key, wallTime(cal, "2025-03-06 10:00"), cal), label) << key;
+    }
+    // Across the turn of the year the weekday still wins within the week ahead.
+    EXPECT_EQ(Format::day("2026-01-02", wallTime(cal, "2025-12-30 10:00"), cal), "Friday");
+    const Calendar german = calendar("Europe/Berlin", "de_DE");
+    EXPECT_EQ(Format::day("2025-03-13", wallTime(german, "2025-03-06 10:00"), german),
+              "Do., 13. März");
+    const Calendar japanese = calendar("Europe/Berlin", "ja_JP");
+    EXPECT_EQ(Format::day("2025-03-10", wallTime(japanese, "2025-03-06 10:00"), japanese),
+              "月曜日");
+    const Timestamp now = wallTime(cal, "2025-03-06 10:00");
+    EXPECT_EQ(Format::when("2025-03-10", 540, now, cal), "Monday · 9:00" NNBSP "AM");
+    EXPECT_EQ(Format::when("2025-03-07", {}, now, cal), "Tomorrow");
+    EXPECT_EQ(Format::when({}, 900, now, cal), "Backlog");
 }
 
 } // namespace

@@ -1,9 +1,6 @@
-#include "data_file.h"
 #include "testing.h"
-#include "todo_json.h"
-#include "todo_store.h"
 
-#include <gtest/gtest.h>
+#include <cstring>
 #include <random>
 
 // A few thousand data files that Kelo did not write: cut short, with flipped bits, wrong types,
@@ -24,33 +21,26 @@ const std::string seed =
 
 std::vector<std::string> hostileFiles() {
     std::vector<std::string> files;
+    std::mt19937 random(20250306);
+    const auto at = [&] { return random() % seed.size(); };
+    const std::string oddBytes[] = {"\0"s, "\xFF", "\xC0\x80", "\xED\xA0\x80", "\"", "\\", "\n",
+                                    "{",   "]",    ",",        "\xEF\xBB\xBF"};
     for (std::size_t length = 0; length < seed.size(); ++length) {
         files.push_back(seed.substr(0, length));
-    }
-    std::mt19937 random(20250306);
-    const auto position = [&] { return random() % seed.size(); };
-    for (int i = 0; i < 1500; ++i) {
-        std::string flipped = seed;
-        flipped[position()] ^= static_cast<char>(1 << (random() % 8));
-        files.push_back(flipped);
-    }
-    const std::string oddBytes[] = {
-        std::string(1, '\0'), "\xFF", "\xC0\x80", "\xED\xA0\x80", "\"", "\\", "\n", "{", "]", ",",
-        "\xEF\xBB\xBF"};
-    for (int i = 0; i < 60; ++i) {
-        const std::size_t at = position();
-        for (const std::string& odd : oddBytes) {
-            files.push_back(seed.substr(0, at) + odd + seed.substr(at + 1));
+        for (int flips = 0; flips < 4; ++flips) {
+            files.push_back(seed);
+            files.back()[at()] ^= static_cast<char>(1 << (random() % 8));
         }
+        const std::size_t where = at();
+        files.push_back(seed.substr(0, where) + oddBytes[length % 11] + seed.substr(where + 1));
     }
     for (const char* name : {"created", "day", "doneAt", "id", "minute", "title"}) {
         for (const char* value : {"null", "1", "-1", "1.5", "true", "\"x\"", "[]", "{}", "1e400",
                                   "99999999999999999999", "\"2025-02-29T00:00:00Z\""}) {
             // The member's first value in the seed, replaced.
-            const std::string key = std::string("\"") + name + "\" : ";
-            const std::size_t at = seed.find(key) + key.size();
-            files.push_back(seed.substr(0, at) + value +
-                            seed.substr(seed.find_first_of(",\n", at)));
+            const std::size_t start = seed.find("\""s + name + "\" : ") + std::strlen(name) + 5;
+            files.push_back(seed.substr(0, start) + value +
+                            seed.substr(seed.find_first_of(",\n", start)));
         }
     }
     for (const std::string& tail : {" []"s, "x"s, "\n\n"s, " {}"s, "]"s, "\0"s}) {
@@ -63,42 +53,39 @@ using HostileFiles = testing::StoreTest;
 
 TEST_F(HostileFiles, NoneLosesATaskAtStartUpOrWhenItReplacesTheFile) {
     const std::vector<std::string> files = hostileFiles();
-    ASSERT_GT(files.size(), 2500u);
+    ASSERT_GT(files.size(), 2000u);
     int readable = 0;
     for (std::size_t i = 0; i < files.size(); ++i) {
-        const std::string& bytes = files[i];
-        SCOPED_TRACE("file " + std::to_string(i));
-        const DecodeResult expected = decodeTodos(bytes);
-        const auto* todos = std::get_if<std::vector<Todo>>(&expected);
+        SCOPED_TRACE("file " + std::to_string(i) + ": " + files[i]);
+        // Every eighth replaces the file of a running store, as sync tools deliver it (written
+        // beside, then renamed over); half of those the watcher reports, half the next change
+        // meets.
         const bool replacing = i % 8 == 0;
+        const bool watched = i % 16 == 0;
         std::unique_ptr<TodoStore> store;
-        std::vector<Todo> kept;
         if (replacing) {
             testing::writeFile(file, seed);
             store = open();
-            kept = store->todos();
         }
-        // A replacement arrives as sync tools deliver it: written beside, then renamed over.
-        testing::writeFile(folder / "incoming", bytes);
+        std::vector<Todo> kept = replacing ? store->todos() : std::vector<Todo>{};
+        testing::writeFile(folder / "incoming", files[i]);
         fs::rename(folder / "incoming", file);
-        if (replacing) {
+        if (watched) {
             store->reloadIfChanged();
-        } else {
+        } else if (!replacing) {
             store = open();
         }
-        if (todos != nullptr) {
-            ++readable;
-            EXPECT_EQ(store->todos(), *todos);
-            store->add("probe");
-            std::vector<Todo> written = *todos;
-            written.push_back(store->todos().back());
-            ASSERT_EQ(testing::onDisk(file), written) << bytes;
-        } else {
-            ASSERT_EQ(testing::readFile(aside), bytes) << "set aside as it was";
-            EXPECT_EQ(store->todos(), kept);
-            if (replacing) {
-                EXPECT_EQ(testing::onDisk(file), kept) << "Kelo's list written back";
-            }
+        const DecodeResult read = decodeTodos(files[i]);
+        const auto* todos = std::get_if<std::vector<Todo>>(&read);
+        readable += todos != nullptr;
+        kept = todos != nullptr ? *todos : kept;
+        EXPECT_TRUE(!watched || todos || testing::onDisk(file) == kept) << "written back at once";
+        store->add("probe");
+        kept.push_back(store->todos().back());
+        ASSERT_EQ(testing::onDisk(file), kept);
+        EXPECT_EQ(store->todos(), kept);
+        if (todos == nullptr) {
+            ASSERT_EQ(testing::readFile(aside), files[i]) << "set aside as it was";
             fs::remove(aside);
         }
     }

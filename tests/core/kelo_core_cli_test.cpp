@@ -1,47 +1,43 @@
-#include "data_file_lock.h"
 #include "testing.h"
 
-#include <algorithm>
 #include <csignal>
 #include <nlohmann/json.hpp>
 #include <regex>
-#include <sstream>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
 
-// kelo-core's own part: its command line, its exit statuses, and each command wired to the core,
-// whose rules have tests of their own.
+// kelo-core's own part: its command line, its exit statuses and error lines, one answer for each
+// line read, and each command wired to the core, whose rules have tests of their own.
 namespace kelo {
 namespace {
 
 namespace fs = std::filesystem;
 using nlohmann::json;
+using Lines = std::vector<std::string>;
 
-// The command at Thursday 2025-03-06, 10:00 in Berlin, with English texts.
-std::string at10(const std::string& command) {
-    return command + " --now 2025-03-06T10:00:00+01:00 --tz Europe/Berlin --locale en_US";
-}
+// Thursday 2025-03-06, 10:00 in Berlin, with English texts.
+const std::string at10 = " --now 2025-03-06T10:00:00+01:00 --tz Europe/Berlin --locale en_US";
 
-// Drives the command as Kelo does, through a pipe: writes each line and waits at most ten seconds
-// for its answer before the next. The prelude is shell commands run before it.
 struct Session {
     int status; // 124 when it did not end within a minute
-    std::vector<std::string> output;
+    Lines output;
     std::string errors;
 };
 
-Session drive(const std::string& command, const std::vector<std::string>& lines = {},
+// Drives the command as Kelo does, through a pipe: writes each line and waits at most ten seconds
+// for its answer before the next. The prelude is shell commands run before it.
+Session drive(const std::string& command, const Lines& lines = {},
               const std::string& prelude = "") {
     std::signal(SIGPIPE, SIG_IGN); // a child that dies must fail the test, not kill it
     const testing::ScratchFolder folder;
-    const fs::path out = folder / "out";
-    const fs::path errors = folder / "errors";
-    FILE* in = ::popen((prelude + "timeout 60 " KELO_CORE_PROGRAM " " + command + " >" +
-                        out.string() + " 2>" + errors.string())
-                           .c_str(),
-                       "w");
+    const std::string out = (folder / "out").string();
+    const std::string errors = (folder / "errors").string();
+    FILE* in = ::popen(
+        (prelude + "timeout 60 " KELO_CORE_PROGRAM " " + command + " >" + out + " 2>" + errors)
+            .c_str(),
+        "w");
     const auto answers = [&] { return std::ranges::count(testing::readFile(out), '\n'); };
     for (std::size_t i = 0; i < lines.size(); ++i) {
         std::fputs((lines[i] + '\n').c_str(), in);
@@ -63,35 +59,34 @@ Session drive(const std::string& command, const std::vector<std::string>& lines 
     return session;
 }
 
-// Each input line answered by one line, as Kelo reads them, and a good end.
-void expectAnswers(const std::string& command, const std::vector<std::string>& lines,
-                   const std::vector<std::string>& answers) {
-    const Session session = drive(command, lines);
-    EXPECT_EQ(session.status, 0) << command;
-    EXPECT_EQ(session.output, answers) << command;
-}
-
 TEST(KeloCoreCli, LineCommandsAnswerEachLineAndReadOnAfterBadOnes) {
-    expectAnswers(at10("parse"), {R"("dentist fri 3pm")", "  \t", "dentist fri", "42"},
-                  {R"({"title":"dentist","day":"2025-03-07","minute":900})",
-                   R"({"error":"empty line"})", R"({"error":"not JSON"})",
-                   R"({"error":"expected a JSON string"})"});
-    expectAnswers(at10("parse --bucket=backlog"), {R"("milk 5pm")"},
-                  {R"({"title":"milk","day":"2025-03-06","minute":1020})"});
-    expectAnswers(at10("when"), {R"("Tomorrow 3PM")", R"("dentist")"},
-                  {R"({"day":"2025-03-07","minute":900})", "null"});
-    expectAnswers(at10("phrase"),
-                  {R"({"day": "2025-03-08", "minute": 570})", R"({"minute": 1440})"},
-                  {R"("saturday 9:30am")",
-                   R"({"error":"minute must be a whole number from 0 to 1439, or null"})"});
-    expectAnswers(at10("format"), {R"({"day": "2025-03-06", "minute": 1020})", R"("today")"},
-                  {"{\"day\":\"Today\",\"time\":\"5:00\u202fPM\",\"compact\":\"5:00\","
-                   "\"when\":\"Today · 5:00\u202fPM\"}",
-                   R"({"error":"expected an object {\"day\": ..., \"minute\": ...}"})"});
     // 08:30 on Friday in Tokyo, in German: the zone and the locale are the ones asked for.
-    expectAnswers("format --now 2025-03-06T23:30:00Z --tz Asia/Tokyo --locale de_DE",
-                  {R"({"day": "2025-03-07", "minute": 1020})"},
-                  {R"({"day":"Today","time":"17:00","compact":"17:00","when":"Today · 17:00"})"});
+    const std::string tokyo = " --now 2025-03-06T23:30:00Z --tz Asia/Tokyo --locale de_DE";
+    const std::tuple<std::string, Lines, Lines> sessions[] = {
+        {"parse" + at10,
+         {R"("dentist fri 3pm")", "  \t", "dentist fri", "42"},
+         {R"({"title":"dentist","day":"2025-03-07","minute":900})", R"({"error":"empty line"})",
+          R"({"error":"not JSON"})", R"({"error":"expected a JSON string"})"}},
+        {"parse --bucket=backlog" + at10,
+         {R"("milk 5pm")"},
+         {R"({"title":"milk","day":"2025-03-06","minute":1020})"}},
+        {"when" + at10,
+         {R"("Tomorrow 3PM")", R"("dentist")"},
+         {R"({"day":"2025-03-07","minute":900})", "null"}},
+        {"phrase" + at10,
+         {R"({"day": "2025-03-08", "minute": 570})", R"({"minute": 1440})"},
+         {R"("saturday 9:30am")",
+          R"({"error":"minute must be a whole number from 0 to 1439, or null"})"}},
+        {"format" + tokyo,
+         {R"({"day": "2025-03-07", "minute": 1020})", R"("today")"},
+         {R"({"day":"Today","time":"17:00","compact":"17:00","when":"Today · 17:00"})",
+          R"({"error":"expected an object {\"day\": ..., \"minute\": ...}"})"}},
+    };
+    for (const auto& [command, lines, answers] : sessions) {
+        const Session ran = drive(command, lines);
+        EXPECT_EQ(ran.status, 0) << command;
+        EXPECT_EQ(ran.output, answers) << command;
+    }
 }
 
 TEST(KeloCoreCli, BadCommandLinesExitWithStatus2AndUsage) {
@@ -107,47 +102,30 @@ TEST(KeloCoreCli, BadCommandLinesExitWithStatus2AndUsage) {
     const Session help = drive("parse --help");
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.output.at(0), "Usage: kelo-core [options] COMMAND [FILE]");
-    EXPECT_EQ(drive("--version").output, std::vector<std::string>{"kelo-core " KELO_VERSION});
+    EXPECT_EQ(drive("--version").output, Lines{"kelo-core " KELO_VERSION});
 }
 
 TEST(KeloCoreCli, AddAnswersWithWhatItWroteAndStopsAtAFailedSave) {
     const testing::ScratchFolder folder;
-    const fs::path file = folder / "todos.json";
+    const std::string file = (folder / "todos.json").string();
     const Session added =
-        drive(at10("add " + file.string()), {R"("dentist fri 3pm")", R"("  ")", R"("milk")"});
+        drive("add " + file + at10, {R"("dentist fri 3pm")", "\"  \"", "\"milk\""});
     ASSERT_EQ(added.output.size(), 3u);
-    const json dentist = json::parse(added.output[0], nullptr, false);
-    const json milk = json::parse(added.output[2], nullptr, false);
-    EXPECT_EQ(dentist["day"], "2025-03-07");
     EXPECT_EQ(added.output[1], "null") << "a blank title adds nothing";
-    EXPECT_EQ(milk["day"], "2025-03-06") << "the Today tab by default";
-    EXPECT_EQ(json::parse(testing::readFile(file), nullptr, false), json::array({dentist, milk}));
+    const json tasks = json::parse('[' + added.output[0] + ',' + added.output[2] + ']');
+    EXPECT_EQ(tasks[0]["day"], "2025-03-07");
+    EXPECT_EQ(tasks[1]["day"], "2025-03-06") << "the Today tab by default";
+    EXPECT_EQ(json::parse(testing::readFile(file)), tasks);
 
     // A file size limit (one block: the answer fits, the list does not) fails the save as a full
     // disk would. The task is answered with an error, and nothing after it is read, so no later
     // save carries it into the file.
-    const Session full =
-        drive("add " + file.string(), {'"' + std::string(2000, 'b') + "\"\n\"eggs\""},
-              "trap '' XFSZ; ulimit -f 1; ");
+    const Session full = drive("add " + file, {'"' + std::string(2000, 'b') + "\"\n\"eggs\""},
+                               "trap '' XFSZ; ulimit -f 1; ");
     EXPECT_EQ(full.status, 1);
     ASSERT_EQ(full.output.size(), 1u);
     EXPECT_TRUE(full.output[0].starts_with(R"({"error":"could not save )")) << full.output[0];
-    EXPECT_EQ(json::parse(testing::readFile(file), nullptr, false), json::array({dentist, milk}));
-
-    // A running Kelo holds the lock: add refuses before touching the file.
-    const fs::path held = folder / "held.json";
-    const DataFileLock lock(held);
-    ASSERT_TRUE(lock.isLocked());
-    const Session refused = drive(at10("add " + held.string()));
-    EXPECT_EQ(refused.status, 1);
-    EXPECT_NE(refused.errors.find("in use"), std::string::npos) << refused.errors;
-    EXPECT_FALSE(fs::exists(held));
-}
-
-// "#n" stands for the id 00000000-0000-4000-8000-00000000000n.
-json withIds(const char* text) {
-    return json::parse(
-        std::regex_replace(text, std::regex("#(\\d)"), "00000000-0000-4000-8000-00000000000$1"));
+    EXPECT_EQ(json::parse(testing::readFile(file)), tasks);
 }
 
 // One task for each list, so that each list is shown to come from its own function. A file that
@@ -155,33 +133,38 @@ json withIds(const char* text) {
 TEST(KeloCoreCli, ListsPrintsTheIdsInEachListAndOnlyReadsTheFile) {
     const testing::ScratchFolder folder;
     const fs::path file = folder / "todos.json";
-    json todos = withIds(R"([{"id": "#1", "day": "2025-03-04"},
-        {"id": "#2", "day": "2025-03-06", "minute": 597}, {"id": "#3", "day": "2025-03-06", "minute": 720},
-        {"id": "#4", "day": "2025-03-06"}, {"id": "#5", "day": "2025-03-05", "doneAt": "2025-03-06T08:00:00Z"},
-        {"id": "#6", "day": "2025-03-10", "minute": 60}, {"id": "#7"}])");
-    for (json& todo : todos) {
-        todo.update({{"title", "t"}, {"created", "2025-03-01T10:00:00Z"}});
+    const std::vector<Todo> todos = {
+        testing::todo("", "2025-03-04"),
+        testing::todo("", "2025-03-06", 597),
+        testing::todo("", "2025-03-06", 720),
+        testing::todo("", "2025-03-06"),
+        testing::todo("", "2025-03-05", {}, testing::utc("2025-03-06T08:00:00Z")),
+        testing::todo("", "2025-03-10", 60),
+        testing::todo("")};
+    testing::writeFile(file, encodeTodos(todos));
+    // "#n" stands for the id of todos[n].
+    std::string expected =
+        R"({"overdue":["#0"],"timed":["#1","#2"],"anytime":["#3"],"done":["#4"],"upcoming":)"
+        R"([{"day":"2025-03-10","items":["#5"]}],"backlog":["#6"],"progress":{"done":1,"total":5},)"
+        R"("nextTimed":"#2","dueNow":["#1"]})";
+    for (std::size_t n = 0; n < todos.size(); ++n) {
+        expected =
+            std::regex_replace(expected, std::regex("#" + std::to_string(n)), todos[n].id.text());
     }
-    testing::writeFile(file, todos.dump());
-    const Session ran = drive(at10("lists " + file.string()));
+    const Session ran = drive("lists " + file.string() + at10);
     EXPECT_EQ(ran.status, 0) << ran.errors;
-    ASSERT_EQ(ran.output.size(), 1u);
-    EXPECT_EQ(json::parse(ran.output[0], nullptr, false), withIds(R"({"overdue": ["#1"],
-        "timed": ["#2", "#3"], "anytime": ["#4"], "done": ["#5"],
-        "upcoming": [{"day": "2025-03-10", "items": ["#6"]}], "backlog": ["#7"],
-        "progress": {"done": 1, "total": 5}, "nextTimed": "#3", "dueNow": ["#2"]})"))
-        << ran.output[0];
+    EXPECT_EQ(ran.output, Lines{expected});
 
     testing::writeFile(file, "[{\"id\": 1}]");
-    const Session unreadable = drive(at10("lists " + file.string()));
-    EXPECT_EQ(unreadable.status, 1);
-    EXPECT_TRUE(unreadable.output.empty());
-    EXPECT_EQ(std::count(unreadable.errors.begin(), unreadable.errors.end(), '\n'), 1);
-    EXPECT_EQ(testing::readFile(file), "[{\"id\": 1}]");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), fs::directory_iterator()), 1);
-    EXPECT_EQ(drive(at10("lists " + (folder / "missing.json").string())).status, 1);
     ASSERT_EQ(::mkfifo((folder / "fifo.json").c_str(), 0600), 0);
-    EXPECT_EQ(drive(at10("lists " + (folder / "fifo.json").string())).status, 1) << "not waited on";
+    for (const char* name : {"todos.json", "missing.json", "fifo.json"}) {
+        const Session unreadable = drive("lists " + (folder / name).string() + at10);
+        EXPECT_EQ(unreadable.status, 1) << name;
+        EXPECT_TRUE(unreadable.output.empty()) << name;
+        EXPECT_EQ(std::ranges::count(unreadable.errors, '\n'), 1) << name;
+    }
+    EXPECT_EQ(testing::readFile(file), "[{\"id\": 1}]");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), fs::directory_iterator()), 2);
 }
 
 } // namespace

@@ -1,11 +1,11 @@
-#include "data_file.h"
+#include "data_file_lock.h"
 #include "testing.h"
-#include "todo_json.h"
 
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace kelo {
@@ -20,67 +20,60 @@ using testing::writeFile;
 using StoreTest = testing::StoreTest;
 using Titles = std::vector<std::string>;
 
-TEST_F(StoreTest, WritesNothingUntilTheFirstTaskIsAdded) {
+// Nothing is written until the first task is added; from then on every change notifies once and
+// is on disk when it returns.
+TEST_F(StoreTest, EveryChangeNotifiesOnceAndIsOnDiskWhenItReturns) {
     const fs::path nested = folder / "a" / "b" / "todos.json";
     auto store = open(nested);
-    EXPECT_TRUE(store->todos().empty());
     for (const char* blank : {"", " \n\t ", "\xC2\xA0\xE3\x80\x80"}) {
         EXPECT_FALSE(store->add(blank, "2025-03-06", 600)) << blank;
     }
-    EXPECT_EQ(notifications, 0);
     EXPECT_FALSE(fs::exists(folder / "a"));
-
-    const auto added = store->add("\xE3\x80\x80 milk \n", std::nullopt, 540);
-    ASSERT_TRUE(added);
-    EXPECT_EQ(*added, (Todo{{}, added->id, "milk", {}, now})) << "no time without a day";
-    EXPECT_EQ(readFile(nested), encodeTodos(store->todos()));
+    int changes = 0;
+    const auto expectSaved = [&](int count) {
+        EXPECT_EQ(notifications, changes += count);
+        EXPECT_EQ(readFile(nested), encodeTodos(store->todos()));
+    };
+    const Todo taxes = *store->add("\xE3\x80\x80 taxes \n", std::nullopt, 540);
+    const Todo dentist = *store->add("dentist", "2025-03-07", 900);
+    expectSaved(2);
+    EXPECT_EQ(taxes, (Todo{{}, taxes.id, "taxes", {}, now})) << "no time without a day";
     EXPECT_EQ(fs::status(folder / "a").permissions(), fs::perms::owner_all);
     EXPECT_EQ(fs::status(folder / "a" / "b").permissions(), fs::perms::owner_all);
     EXPECT_EQ(fs::status(nested).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_TRUE(log.empty());
-}
-
-TEST_F(StoreTest, EveryChangeNotifiesOnceAndIsOnDiskWhenItReturns) {
-    auto store = open();
-    const auto expectSaved = [&](int count) {
-        EXPECT_EQ(notifications, count);
-        EXPECT_EQ(readFile(file), encodeTodos(store->todos()));
-    };
-    const Todo dentist = *store->add("dentist", "2025-03-07", 900);
-    const Todo taxes = *store->add("taxes");
-    expectSaved(2);
     store->toggle(taxes.id, utc("2025-03-06T10:00:00Z"));
-    expectSaved(3);
+    expectSaved(1);
     EXPECT_EQ(store->find(taxes.id)->doneAt, utc("2025-03-06T10:00:00Z"));
     store->toggle(taxes.id, utc("2025-03-06T11:00:00Z"));
-    expectSaved(4);
+    expectSaved(1);
     EXPECT_FALSE(store->find(taxes.id)->doneAt);
 
     store->toggle(dentist.id, now);
-    const Todo done = store->todos()[0];
+    const Todo done = *store->find(dentist.id);
     EXPECT_EQ(store->remove(done.id), done);
-    expectSaved(6);
+    expectSaved(2);
     Todo twin = done;
     twin.title = "twin";
     store->restore(done);
     store->restore(twin);
-    expectSaved(8);
+    expectSaved(2);
     EXPECT_EQ(store->todos(), (std::vector<Todo>{taxes, done, twin})) << "restored at the end";
     const auto retitle = [](Todo& todo) { todo.title = "renamed"; };
     store->update(done.id, retitle);
-    expectSaved(9);
+    expectSaved(1);
     EXPECT_EQ(titles(store->todos()), (Titles{"taxes", "renamed", "twin"})) << "the first of two";
 
     // Changes that change nothing neither save nor notify.
-    fs::remove(file);
+    fs::remove(nested);
     store->update(done.id, retitle);
     const Uuid stranger = Uuid::random();
     store->update(stranger, retitle);
     store->toggle(stranger, now);
     EXPECT_FALSE(store->remove(stranger));
     EXPECT_EQ(store->find(stranger), nullptr);
-    EXPECT_EQ(notifications, 9);
-    EXPECT_FALSE(fs::exists(file));
+    EXPECT_EQ(notifications, changes);
+    EXPECT_FALSE(fs::exists(nested));
+    EXPECT_TRUE(log.empty());
 }
 
 // Leftover temporary files of ours are removed at load; a name of the right length that is not
@@ -88,11 +81,11 @@ TEST_F(StoreTest, EveryChangeNotifiesOnceAndIsOnDiskWhenItReturns) {
 TEST_F(StoreTest, LoadKeepsFileOrderRemovesLeftoversAndBacksUpTheExactBytesOnce) {
     const std::string bytes = encodeTodos({testing::todo("b", "2025-03-07"), testing::todo("a")});
     writeFile(file, bytes + "\n");
-    // clang-format off
-    const std::pair<const char*, bool> files[] = {
-        {".todos.json.Ab12Cd", false}, {".todos.backup.json.x9Y8z7", false},
-        {".todos.json.notours", true}, {".todos.json.not-us", true}, {"notes.txt", true}};
-    // clang-format on
+    const std::pair<const char*, bool> files[] = {{".todos.json.Ab12Cd", false},
+                                                  {".todos.backup.json.x9Y8z7", false},
+                                                  {".todos.json.notours", true},
+                                                  {".todos.json.not-us", true},
+                                                  {"notes.txt", true}};
     for (const auto& [name, kept] : files) {
         writeFile(folder / name, "left over");
     }
@@ -101,39 +94,15 @@ TEST_F(StoreTest, LoadKeepsFileOrderRemovesLeftoversAndBacksUpTheExactBytesOnce)
         EXPECT_EQ(fs::exists(folder / name), kept) << name;
     }
     EXPECT_EQ(titles(store->todos()), (Titles{"b", "a"}));
-    EXPECT_FALSE(fs::exists(folder / "todos.backup.json")) << "written only when asked";
+    const fs::path backup = folder / "todos.backup.json";
+    EXPECT_FALSE(fs::exists(backup)) << "written only when asked";
     store->add("c");
     store->writeBackup();
-    EXPECT_EQ(readFile(folder / "todos.backup.json"), bytes + "\n") << "the bytes read at start";
-    fs::remove(folder / "todos.backup.json");
+    EXPECT_EQ(readFile(backup), bytes + "\n") << "the bytes read at start";
+    fs::remove(backup);
     store->writeBackup();
-    EXPECT_FALSE(fs::exists(folder / "todos.backup.json")) << "written once";
+    EXPECT_FALSE(fs::exists(backup)) << "written once";
     EXPECT_TRUE(log.empty());
-}
-
-// A folder that cannot be made, or a folder at the data file's place (KELO_DATA naming one,
-// which must never be moved aside): the list stays in memory, and the log says why.
-TEST_F(StoreTest, ImpossibleSavesKeepTheListAndLogWhy) {
-    writeFile(folder / "plain-file", "");
-    fs::create_directories(file / "inside");
-    const std::pair<fs::path, const char*> cases[] = {
-        {folder / "plain-file" / "Kelo" / "todos.json", "Not a directory"},
-        {file, "it is a folder"},
-    };
-    for (const auto& [path, reason] : cases) {
-        log.clear();
-        auto store = open(path);
-        ASSERT_TRUE(store->add("milk"));
-        EXPECT_EQ(store->todos().size(), 1u);
-        ASSERT_FALSE(log.empty()) << path;
-        const std::string& line = log.back();
-        EXPECT_TRUE(line.starts_with("Kelo: could not save " + path.string() + ": ")) << line;
-        EXPECT_NE(line.find(reason), std::string::npos) << line;
-        EXPECT_EQ(store->saveError().value_or(""), line.substr(line.find(": ", 6) + 2));
-    }
-    EXPECT_TRUE(fs::exists(file / "inside"));
-    EXPECT_EQ(log.front(),
-              "Kelo: could not read " + file.string() + " (it is a folder). Left it in place.");
 }
 
 // A file size limit refuses the save as a full disk would.
@@ -144,13 +113,12 @@ TEST_F(StoreTest, AFailedWriteLeavesThePreviousFileAndNoTemporaryFile) {
 
     rlimit original{};
     ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &original), 0);
-    const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     rlimit tiny = original;
     tiny.rlim_cur = 64;
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tiny), 0);
     store->add(std::string(500, 'x'));
     ::setrlimit(RLIMIT_FSIZE, &original);
-    std::signal(SIGXFSZ, previousHandler);
 
     EXPECT_EQ(store->todos().size(), 2u);
     EXPECT_EQ(readFile(file), before);
@@ -164,92 +132,84 @@ TEST_F(StoreTest, AFailedWriteLeavesThePreviousFileAndNoTemporaryFile) {
     EXPECT_FALSE(store->saveError());
 }
 
-// Whatever stands at the data file's place and is not a readable regular file is set aside itself,
-// links included, under a name that no earlier moved-aside file has, with one log line; the next
-// change writes a new file. Nothing is waited on, and nothing a link points to is moved.
-// The device is a null device of the test's own: a fault here must never reach /dev.
-TEST_F(StoreTest, UnreadableAndSpecialFilesAreSetAsideAndNothingIsReplaced) {
+// Whatever stands at the data file's place and is not a readable regular file. What may be moved
+// is set aside itself, links included, under a name that no earlier moved-aside file has, with one
+// log line, and the next change writes a new file. A folder or a device named as the data file
+// (KELO_DATA naming one) is never moved, and what cannot be moved (here its new name is too long
+// for the system) is never written over: the list stays in memory and the log says why. Nothing
+// is waited on, and nothing a link points to is moved.
+TEST_F(StoreTest, WhatIsNotAReadableFileIsSetAsideOrLeftAlone) {
     writeFile(aside, "an earlier unreadable list");
+    writeFile(folder / "plain-file", "");
     fs::create_directories(folder / "a folder");
     ASSERT_EQ(::mkfifo((folder / "a fifo").c_str(), 0600), 0);
-    const fs::path device = folder / "a device";
-    const bool haveDevice = ::mknod(device.c_str(), S_IFCHR | 0600, ::makedev(1, 3)) == 0;
-    const auto holding = [&](std::string bytes) { return [&, bytes] { writeFile(file, bytes); }; };
-    std::vector<std::pair<const char*, std::function<void()>>> cases = {
-        {"not valid JSON", holding("{oops")},
-        {"not valid JSON", holding("[]" + std::string(1, '\0') + "[]")},
-        {"larger than 32 MiB", holding(std::string(maximumDataFileSize + 1, ' '))},
-        {"not a regular file", [&] { ::mkfifo(file.c_str(), 0600); }},
-        {"not a regular file", [&] { fs::create_symlink(folder / "a fifo", file); }},
-        {"links to a folder", [&] { fs::create_symlink(folder / "a folder", file); }},
-        {"not a regular file", [&] { fs::create_symlink(file, file); }}, // a loop
-    };
-    if (haveDevice) {
-        cases.emplace_back("links to a device", [&] { fs::create_symlink(device, file); });
-    }
-    int number = 2;
-    for (const auto& [reason, make] : cases) {
-        make();
-        const auto before = identityOf(file);
-        log.clear();
-        open()->add("kept");
-        const auto moved = "todos.corrupt-1741252502-" + std::to_string(number++) + ".json";
-        EXPECT_EQ(identityOf(folder / moved), before) << reason << ": set aside itself";
-        ASSERT_EQ(log.size(), 1u);
-        const std::string& line = log[0];
-        EXPECT_TRUE(line.starts_with("Kelo: could not read " + file.string() + " (") &&
-                    line.find(reason) != std::string::npos &&
-                    line.ends_with("). Moved it to " + moved + "."))
-            << line;
-        EXPECT_EQ(titles(onDisk(file)), (Titles{"kept"}));
-        fs::remove(file);
-    }
-    EXPECT_EQ(readFile(aside), "an earlier unreadable list");
-    EXPECT_EQ(fs::symlink_status(folder / "a fifo").type(), fs::file_type::fifo);
-    EXPECT_TRUE(fs::is_directory(folder / "a folder"));
-    if (!haveDevice) {
-        GTEST_SKIP() << "devices need the right to make device nodes";
-    }
-    // A device named as the data file is neither moved nor written.
-    log.clear();
-    open(device)->add("nowhere");
-    EXPECT_EQ(fs::symlink_status(device).type(), fs::file_type::character);
-    ASSERT_EQ(log.size(), 2u);
-    EXPECT_EQ(log[0],
-              "Kelo: could not read " + device.string() + " (it is a device). Left it in place.");
-    EXPECT_EQ(log[1], "Kelo: could not save " + device.string() + ": it is a device");
-}
-
-// The move can fail (here the new name is too long for the system); then the file stays, the
-// log does not claim a move, and no save writes over the only copy.
-TEST_F(StoreTest, AnUnreadableFileThatCannotBeMovedIsNeverOverwritten) {
     fs::path deep = folder.path;
     while (deep.string().size() < 4080) {
         deep /= std::string(std::min<std::size_t>(200, 4080 - deep.string().size()), 'd');
     }
     fs::create_directories(deep);
-    const fs::path list = deep / "x.json";
-    writeFile(list, "{unreadable");
-    auto store = open(list);
-    ASSERT_EQ(log.size(), 1u);
-    EXPECT_NE(log[0].find("Could not move it aside (File name too long)"), std::string::npos)
-        << log[0];
-    EXPECT_EQ(log[0].find("Moved it to"), std::string::npos);
-    store->add("milk");
-    EXPECT_EQ(readFile(list), "{unreadable");
-    EXPECT_TRUE(store->saveError());
-    EXPECT_EQ(store->todos().size(), 1u);
+    writeFile(deep / "x.json", "{unreadable");
+    // A null device of the test's own: a fault here must never reach /dev.
+    const fs::path device = folder / "a device";
+    const bool haveDevice = ::mknod(device.c_str(), S_IFCHR | 0600, ::makedev(1, 3)) == 0;
+    const auto linkTo = [&](fs::path to) { return [&, to] { fs::create_symlink(to, file); }; };
+    // The data file, how it is made, what the log says on reading it, and why saving is refused
+    // when it is left in place.
+    std::vector<std::tuple<fs::path, std::function<void()>, std::string, std::string>> cases = {
+        {file, [&] { writeFile(file, "{oops"); }, "not valid JSON", ""},
+        {file, [&] { writeFile(file, std::string(maximumDataFileSize + 1, ' ')); }, "32 MiB", ""},
+        {file, [&] { ::mkfifo(file.c_str(), 0600); }, "not a regular file", ""},
+        {file, linkTo(folder / "a fifo"), "not a regular file", ""},
+        {file, linkTo(folder / "a folder"), "links to a folder", ""},
+        {file, linkTo(file), "not a regular file", ""}, // a loop
+        {folder / "a folder", [] {}, "it is a folder). Left it in place.", "it is a folder"},
+        {deep / "x.json", [] {}, "). Could not move it aside (File name too long), so it is left",
+         "an unreadable file that could not be moved aside is in its place"},
+        {folder / "plain-file" / "todos.json", [] {}, "", "Not a directory"}};
+    if (haveDevice) {
+        cases.emplace_back(file, linkTo(device), "links to a device", "");
+        cases.emplace_back(
+            device, [] {}, "it is a device). Left it in place.", "it is a device");
+    }
+    int number = 2;
+    for (const auto& [path, make, reason, refused] : cases) {
+        make();
+        const auto before = identityOf(path);
+        log.clear();
+        auto store = open(path);
+        ASSERT_TRUE(store->add("kept"));
+        ASSERT_EQ(log.size(), (reason.empty() ? 0u : 1u) + (refused.empty() ? 0u : 1u)) << path;
+        EXPECT_TRUE(reason.empty() ||
+                    (log[0].starts_with("Kelo: could not read " + path.string()) &&
+                     log[0].find(reason) != std::string::npos))
+            << log[0];
+        if (!refused.empty()) {
+            EXPECT_EQ(identityOf(path), before) << path;
+            const std::string error = store->saveError().value_or("");
+            EXPECT_TRUE(error.starts_with(refused)) << error;
+            EXPECT_EQ(log.back(), "Kelo: could not save " + path.string() + ": " + error);
+            EXPECT_EQ(store->todos().size(), 1u);
+            continue;
+        }
+        const auto moved = "todos.corrupt-1741252502-" + std::to_string(number++) + ".json";
+        EXPECT_EQ(identityOf(folder / moved), before) << reason << ": set aside itself";
+        EXPECT_TRUE(log[0].ends_with("). Moved it to " + moved + ".")) << log[0];
+        EXPECT_EQ(titles(onDisk(file)), (Titles{"kept"}));
+        fs::remove(file);
+    }
+    EXPECT_EQ(readFile(aside), "an earlier unreadable list");
+    EXPECT_EQ(fs::symlink_status(folder / "a fifo").type(), fs::file_type::fifo);
 }
 
+// The backup and the moved-aside files then live beside the target too.
 TEST_F(StoreTest, ADataFileThatIsALinkIsWrittenThroughToItsTarget) {
-    fs::create_directories(folder / "synced");
     const fs::path target = folder / "synced" / "list.json";
+    fs::create_directories(folder / "synced");
     writeFile(target, encodeTodos({testing::todo("first")}));
     fs::create_symlink("synced/list.json", file);
     auto store = open();
     store->add("second");
     store->writeBackup();
-    EXPECT_TRUE(fs::is_symlink(file));
     EXPECT_EQ(titles(onDisk(target)), (Titles{"first", "second"}));
     EXPECT_TRUE(fs::exists(folder / "synced" / "list.backup.json"));
 
@@ -259,46 +219,31 @@ TEST_F(StoreTest, ADataFileThatIsALinkIsWrittenThroughToItsTarget) {
     EXPECT_EQ(readFile(folder / "synced" / "todos.corrupt-1741252502.json"), "{unreadable");
 }
 
-// Another program (a sync tool, an editor) changes the file while the store holds it: the store
-// takes in what it finds, applies its own change to that, and neither side loses a task.
+// Another program (an editor, a sync tool) changes the file while the store holds it: the store
+// takes in what it finds, applies its own change to that, and neither side loses a task. Files
+// renamed over it are in hostile_files_test.
 TEST_F(StoreTest, ChangesByAnotherProgramAreTakenInAndKept) {
     auto store = open();
     const Todo ours = *store->add("ours");
-    const auto replace = [&](std::vector<Todo> todos) {
-        ASSERT_TRUE(
-            std::holds_alternative<FileIdentity>(writeFileAtomically(file, encodeTodos(todos))));
-    };
-
-    replace({ours, testing::todo("theirs")});
+    // Edited in place: same file, other content.
+    writeFile(file, encodeTodos({ours, testing::todo("theirs")}));
     notifications = 0;
     store->reloadIfChanged();
     store->reloadIfChanged();
     EXPECT_EQ(titles(store->todos()), (Titles{"ours", "theirs"}));
     EXPECT_EQ(notifications, 1);
 
-    // Replaced again, and changed in Kelo before the store looked.
-    replace({ours, store->todos()[1], testing::todo("more")});
+    // Edited again, and changed in Kelo before the store looked.
+    writeFile(file, encodeTodos({ours, testing::todo("more"), store->todos()[1]}));
     store->toggle(ours.id, now);
-    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "theirs", "more"}));
-    EXPECT_TRUE(store->find(ours.id)->isDone());
-
-    // Edited in place: same file, other content.
-    writeFile(file, encodeTodos({store->todos()[0]}));
-    store->add("added after the edit");
-    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "added after the edit"}));
+    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "more", "theirs"}));
+    EXPECT_TRUE(onDisk(file)[0].isDone());
 
     // Deleted: what Kelo holds stays and is written with the next change.
     fs::remove(file);
     store->reloadIfChanged();
     store->add("after the deletion");
-    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "added after the edit", "after the deletion"}));
-
-    // An unreadable replacement is set aside and Kelo's list is written back at once.
-    writeFile(file, "{broken");
-    store->reloadIfChanged();
-    EXPECT_EQ(readFile(aside), "{broken");
-    EXPECT_EQ(onDisk(file), store->todos());
-    EXPECT_EQ(store->todos().size(), 3u);
+    EXPECT_EQ(titles(onDisk(file)), (Titles{"ours", "more", "theirs", "after the deletion"}));
 }
 
 // No other test of this program reads these variables.
@@ -308,6 +253,43 @@ TEST(TodoStoreDefault, FollowsXdgDataHome) {
     ::setenv("XDG_DATA_HOME", "relative/ignored", 1);
     ::setenv("HOME", "/home/someone", 1);
     EXPECT_EQ(TodoStore::defaultPath(), fs::path("/home/someone/.local/share/Kelo/todos.json"));
+}
+
+TEST(DataFileLockTest, OneHolderPerDataFileUntilItEndsOrDies) {
+    testing::ScratchFolder folder;
+    const auto data = folder / "not" / "yet" / "todos.json";
+    {
+        DataFileLock first(data);
+        ASSERT_EQ(first.status(), DataFileLock::Status::locked);
+        EXPECT_EQ(first.lockFile(), folder / "not" / "yet" / "todos.json.lock");
+        EXPECT_TRUE(fs::exists(first.lockFile()));
+
+        DataFileLock second(data);
+        EXPECT_EQ(second.status(), DataFileLock::Status::heldByOther);
+        EXPECT_EQ(second.error(), 0);
+        EXPECT_TRUE(DataFileLock(folder / "other.json").isLocked()) << "other files lock apart";
+    }
+    EXPECT_TRUE(DataFileLock(data).isLocked()) << "released with its holder";
+    // Only the kernel may release the lock of a process that dies without cleaning up.
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::_exit(DataFileLock(data).isLocked() ? 0 : 1);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    ASSERT_EQ(status, 0) << "the child held the lock";
+    EXPECT_TRUE(DataFileLock(data).isLocked());
+
+    // A writer through a link and one on its target exclude each other.
+    fs::create_symlink(data, folder / "link.json");
+    const DataFileLock throughLink(folder / "link.json");
+    EXPECT_EQ(throughLink.lockFile(), DataFileLock::lockFileFor(data));
+    EXPECT_EQ(DataFileLock(data).status(), DataFileLock::Status::heldByOther);
+
+    testing::writeFile(folder / "plain", "a file, not a folder");
+    DataFileLock impossible(folder / "plain" / "todos.json");
+    EXPECT_EQ(impossible.status(), DataFileLock::Status::unavailable);
+    EXPECT_NE(impossible.error(), 0);
 }
 
 } // namespace
