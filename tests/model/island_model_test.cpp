@@ -41,6 +41,10 @@ const std::map<QString, std::function<void(Rig&)>> steps{
     {u"type"_s, [](Rig& rig) { rig.model->setDraft(u"buy"_s); }},
     {u"clear"_s, [](Rig& rig) { rig.model->setDraft(QString()); }},
     // A blank draft; a phrase, the chips of today, no day and 17:00; Return.
+    // The notch 100 x 30, room for an open island 700 high, a task for tomorrow.
+    {u"notch"_s, [](Rig& rig) { rig.model->setNotch(QSizeF(100, 30)); }},
+    {u"tall"_s, [](Rig& rig) { rig.model->setOpenHeight(700); }},
+    {u"tomorrow"_s, [](Rig& rig) { rig.addTask("later", Day::adding(1, rig.today())); }},
     {u"blank"_s, [](Rig& rig) { rig.model->setDraft(u" \t "_s); }},
     {u"plan"_s, [](Rig& rig) { rig.model->setDraft(u"groceries sat 9am"_s); }},
     {u"today"_s, [](Rig& rig) { rig.model->pickDay(rig.today()); }},
@@ -97,7 +101,8 @@ QString fact(const Rig& rig, const QString& name) {
         titles << QString::fromStdString(task.title);
     }
     const QMap<QString, QString> facts{
-        {u"mode"_s, QVariant::fromValue(model.mode().kind()).toString()},
+        {QString(), QVariant::fromValue(model.mode().kind()).toString()},
+        {u"size"_s, u"%1x%2"_s.arg(model.islandSize().width()).arg(model.islandSize().height())},
         {u"page"_s, QVariant::fromValue(model.page()).toString()},
         {u"bucket"_s, QVariant::fromValue(model.bucketTab()).toString()},
         {u"draft"_s, model.draft()},
@@ -119,7 +124,7 @@ QString fact(const Rig& rig, const QString& name) {
                                                        : first.doneAt          ? u" done"_s
                                                                                : QString())},
     };
-    return facts.value(name, u"(no such fact)"_s);
+    return name.isEmpty() ? facts.value(name) : name % u'=' % facts.value(name, u"?"_s);
 }
 
 // Such as "Glass Dark silent".
@@ -138,7 +143,8 @@ class IslandModelTest : public QObject {
 private Q_SLOTS:
     // `script` is played from the closed island at 09:00 of an empty day, one word a step (see
     // `steps`; a number lets that many milliseconds pass, "12s" as many seconds, "23:55" time
-    // pass to that hour); then each of `facts` ("mode=Open; draft=buy") must hold. The pointer
+    // pass to that hour); then each of `facts` (the mode, then named values: "Open; draft=buy")
+    // must hold. The pointer
     // and the clock never ask for the keyboard.
     void island_data() {
         QTest::addColumn<QString>("script");
@@ -146,35 +152,76 @@ private Q_SLOTS:
         const auto row = [](const char* name, const char* script, const char* facts) {
             QTest::newRow(name) << QString::fromUtf8(script) << QString::fromUtf8(facts);
         };
-        row("closed: resting 0.1 s peeks", "in 100", "mode=Peek; haptics=1");
-        row("closed: not yet at 99 ms", "in 99", "mode=Closed; haptics=0");
-        row("closed: leaving within 0.1 s", "in 50 out 1000", "mode=Closed");
-        row("closed: isolated peeks silently", "isolate in 100", "mode=Peek; haptics=0");
-        row("peek: leaving closes at once", "peek out", "mode=Closed");
-        row("open idle: closes 0.7 s after leaving", "click out 700", "mode=Closed");
-        row("open idle: not at 699 ms", "click out 699", "mode=Open");
-        row("open idle: coming back in time", "click out 600 in 5000", "mode=Open");
-        row("open: setting the held mode cancels the close", "click out hold 5000", "mode=Open");
-        row("open with a draft stays", "click type in out 60000", "mode=Open");
-        row("open: clearing the draft alone", "click type in out 1000 clear 10000", "mode=Open");
-        row("open: the next leave closes", "click type out clear in out 700", "mode=Closed");
-        row("alert: closes by itself after 12 s", "due tick 12s", "mode=Closed; haptics=1");
-        row("alert: still up at 11.999 s", "due tick 11999", "mode=Alert");
-        row("alert: resting keeps it past 12 s", "due tick 1000 in 60s", "mode=Alert");
-        row("alert: setting the held mode cancels the close", "due tick hold 60s", "mode=Alert");
-        row("alert: leaving closes 4 s later", "due tick in 60s out 4000", "mode=Closed");
-        row("alert: not at 3.999 s after leaving", "due tick in 60s out 3999", "mode=Alert");
+        row("closed: resting 0.1 s peeks", "in 100", "Peek; haptics=1");
+        row("closed: not yet at 99 ms", "in 99", "Closed; haptics=0");
+        row("closed: leaving within 0.1 s", "in 50 out 1000", "Closed");
+        row("closed: isolated peeks silently", "isolate in 100", "Peek; haptics=0");
+        row("peek: leaving closes at once", "peek out", "Closed");
+        row("open idle: closes 0.7 s after leaving", "click out 700", "Closed");
+        row("open idle: not at 699 ms", "click out 699", "Open");
+        row("open idle: coming back in time", "click out 600 in 5000", "Open");
+        row("open: the held mode set cancels the close", "click out hold 5000", "Open");
+        row("open with a draft stays", "click type in out 60000", "Open");
+        row("open: clearing the draft alone", "click type in out 1000 clear 10000", "Open");
+        row("open: the next leave closes", "click type out clear in out 700", "Closed");
+        row("alert: closes by itself after 12 s", "due tick 12s", "Closed; haptics=1");
+        row("alert: still up at 11.999 s", "due tick 11999", "Alert");
+        row("alert: resting keeps it past 12 s", "due tick 1000 in 60s", "Alert");
+        row("alert: the held mode set cancels the close", "due tick hold 60s", "Alert");
+        row("alert: leaving closes 4 s later", "due tick in 60s out 4000", "Closed");
+        row("alert: not at 3.999 s after leaving", "due tick in 60s out 3999", "Alert");
 
-        row("opening an alert shows Today", "due tick upcoming settings click",
-            "mode=Open; page=Tasks; bucket=Today");
-        row("opening the closed island keeps the tab", "upcoming settings click",
-            "page=Tasks; bucket=Upcoming");
-        row("opening a peek keeps the tab", "peek upcoming settings click",
-            "page=Tasks; bucket=Upcoming");
-        row("the hot key opens Today with the keyboard", "upcoming settings hotkey",
-            "mode=Open; page=Tasks; bucket=Today; focus=1");
-        row("the hot key again closes, ending scheduling", "hotkey type schedule hotkey",
-            "mode=Closed; scheduling=no; draft=buy");
+        // Opening shows the tasks page, on Today for an alert and the hot key.
+        row("open: from an alert", "due tick upcoming settings click",
+            "Open; page=Tasks; bucket=Today");
+        row("open: from closed", "upcoming settings click", "Open; page=Tasks; bucket=Upcoming");
+        row("open: from a peek", "peek upcoming settings click",
+            "Open; page=Tasks; bucket=Upcoming");
+        row("open: hot key", "upcoming settings hotkey", "Open; page=Tasks; bucket=Today; focus=1");
+        row("hot key again: closes", "hotkey type schedule hotkey",
+            "Closed; scheduling=no; draft=buy");
+
+        row("escape: settings", "click type settings escape", "Open; page=Tasks; draft=buy");
+        row("escape: editing", "click type edit escape", "Open; editing=no; focus=2; draft=buy");
+        row("escape: the draft", "click type escape", "Open; draft=");
+        row("escape: the island", "click escape", "Closed");
+
+        // Closing gives the keyboard back to the application that had it.
+        row("keyboard: taken back", "other hotkey forget close", "calls=handBack 42");
+        row("keyboard: refused", "other refuses hotkey forget close",
+            "calls=handBack 42, deactivate");
+        row("keyboard: Kelo was in front", "self hotkey forget close", "calls=deactivate");
+        row("keyboard: none in front", "hotkey unkey forget close", "calls=deactivate");
+        row("keyboard: Kelo inactive", "other hotkey inactive forget close",
+            "calls=releaseKeyboard");
+        row("keyboard: nothing to give", "other hotkey inactive unkey forget close", "calls=");
+        row("keyboard: after a click", "other hotkey close click active close",
+            "calls=activate, makePanelKey, handBack 42, makePanelKey, deactivate");
+        row("isolated: no desktop", "isolate hotkey hotkey due tick", "Alert; focus=1; calls=");
+
+        // The closed island widens for a task of today, even a done one, not for other days; the
+        // open island is at most 480 high, the alert at least 440 wide.
+        row("size: another day's task", "notch tomorrow", "size=112x30");
+        row("size: today's done task", "notch due toggle", "size=200x30");
+        row("size: open", "notch tall click", "size=560x480");
+        row("size: alert", "notch due tick", "size=440x84");
+
+        // The core decides how late a task is still due; an open island holds the alert back.
+        row("alert: on the minute", "due tick", "calls=haptic, sound; alert=t1");
+        row("alert: a minute early", "soon tick", "calls=; alert=none");
+        row("alert: after opening", "click due tick 240s close forget tick",
+            "calls=haptic, sound; alert=t1");
+        row("alert: without sound", "silent due tick", "calls=haptic");
+        row("alert: two due, the first 12 s", "due due tick 11s tick", "alert=t1");
+        row("alert: two due, then the second", "due due tick 12s tick", "alert=t2");
+        row("alert: each task once", "due due tick 12s tick 12s tick", "alert=none");
+        row("alert: again at a new time", "due due tick 12s tick 12s tick earlier tick",
+            "alert=t1");
+        row("snooze", "due tick 3s snooze", "Closed; toast=none; t1=550");
+        row("snooze: alerts again", "due tick 3s snooze 600s tick", "alert=t1");
+        row("snooze: never past 23:59", "23:55 due tick snooze", "t1=1439");
+        row("done", "due tick 3s done", "Closed; toast=none; t1=540 done now");
+        row("done: no alert at the old minute", "due tick 3s done 600s tick", "alert=none");
 
         // The views read which spring a change belongs to after its signals have gone out.
         row("spring: none before any change", "", "spring=None");
@@ -182,71 +229,28 @@ private Q_SLOTS:
         row("spring: the island's for opening", "delete click", "spring=Island");
         row("spring: none for a draft", "delete click type", "spring=None");
 
-        row("draft: a blank one adds nothing", "hotkey blank add", "tasks=; draft= \t ");
+        row("draft: blank adds nothing", "hotkey blank add", "tasks=; draft= \t ");
         row("draft: the day chip keeps the time", "plan today", "draft=groceries today 9am");
-        row("draft: no day drops the time, shows Backlog", "plan today noday",
+        row("draft: no day, no time, Backlog", "plan today noday",
             "draft=groceries; bucket=Backlog");
-        row("draft: added where its plan says", "plan noday 5pm add",
+        row("draft: added as planned", "plan noday 5pm add",
             "tasks=groceries; day=2025-03-06; t1=1020; bucket=Today");
 
-        row("move: within the tab, no toast", "due retime", "t1=600; toast=none");
-        row("move: to the backlog, without the time", "due retime backlog",
+        row("move: within the tab", "due retime", "t1=600; toast=none");
+        row("move: to the backlog", "due retime backlog",
             "t1=-1; day=none; toast=Moved to Backlog");
         row("move: undo restores the schedule only", "due retime backlog rename undo",
             "t1=600; day=2025-03-06; title=daily standup; toast=none");
-        row("completing takes the clock's time, not the last tick", "due 1800s toggle",
-            "t1=540 done now");
-        row("delete: a toast with undo for 4 s", "due remove 3999",
-            "toast=Deleted “t1”; undoable=yes");
-        row("delete: no toast nor undo after 4 s", "due remove 4s undo", "toast=none; tasks=");
-        row("delete: undo brings the task back as it was", "due 1800s toggle remove undo",
+        row("check: at the clock's time, not the last tick", "due 1800s toggle", "t1=540 done now");
+        row("delete: a toast, undo for 4 s", "due remove 3999", "toast=Deleted “t1”; undoable=yes");
+        row("delete: none after 4 s", "due remove 4s undo", "toast=none; tasks=");
+        row("delete: undo restores all", "due 1800s toggle remove undo",
             "tasks=t1; t1=540 done now");
         row("delete: another replaces the toast", "due soon remove 3s remove 3999",
             "toast=Deleted “t1”");
         row("delete: and its undo", "due soon remove 3s remove undo undo", "tasks=t1");
         row("delete: the task being scheduled", "schedule remove", "scheduling=no");
         row("delete: a task deleted elsewhere", "vanish", "toast=Deleted “ghost”; undoable=no");
-
-        row("escape: settings back to the tasks", "click type settings escape",
-            "mode=Open; page=Tasks; draft=buy");
-        row("escape: editing ends, the field gets the keyboard", "click type edit escape",
-            "mode=Open; editing=no; focus=2; draft=buy");
-        row("escape: the draft cleared", "click type escape", "mode=Open; draft=");
-        row("escape: closes", "click escape", "mode=Closed");
-
-        // Closing gives the keyboard back to the application that had it.
-        row("keyboard: the previous application takes it", "other hotkey forget close",
-            "calls=handBack 42");
-        row("keyboard: it refuses", "other refuses hotkey forget close",
-            "calls=handBack 42, deactivate");
-        row("keyboard: Kelo itself was in front", "self hotkey forget close", "calls=deactivate");
-        row("keyboard: no previous application", "hotkey unkey forget close", "calls=deactivate");
-        row("keyboard: key panel of an inactive Kelo", "other hotkey inactive forget close",
-            "calls=releaseKeyboard");
-        row("keyboard: nothing to give back", "other hotkey inactive unkey forget close", "calls=");
-        row("keyboard: after a click only deactivates", "other hotkey close click active close",
-            "calls=activate, makePanelKey, handBack 42, makePanelKey, deactivate");
-        row("isolated: the hot key touches no desktop", "isolate hotkey hotkey due tick",
-            "mode=Alert; focus=1; calls=");
-
-        // The core decides how late a task is still due; an open island holds the alert back.
-        row("alert: on the minute", "due tick", "calls=haptic, sound; alert=t1");
-        row("alert: a minute early", "soon tick", "calls=; alert=none");
-        row("alert: after the island was open", "click due tick 240s close forget tick",
-            "calls=haptic, sound; alert=t1");
-        row("alert: without sound", "silent due tick", "calls=haptic");
-        row("alert: two due, the first for 12 s", "due due tick 11s tick", "alert=t1");
-        row("alert: two due, then the second", "due due tick 12s tick", "alert=t2");
-        row("alert: each task once", "due due tick 12s tick 12s tick", "alert=none");
-        row("alert: again at a new time", "due due tick 12s tick 12s tick earlier tick",
-            "alert=t1");
-        row("snooze: ten minutes on, closed, no toast", "due tick 3s snooze",
-            "mode=Closed; toast=none; t1=550");
-        row("snooze: alerts again at the new minute", "due tick 3s snooze 600s tick", "alert=t1");
-        row("snooze: never past the end of the day", "23:55 due tick snooze", "t1=1439");
-        row("done: completed now, closed, no toast", "due tick 3s done",
-            "mode=Closed; toast=none; t1=540 done now");
-        row("done: no alert at the old minute", "due tick 3s done 600s tick", "alert=none");
     }
 
     void island() {
@@ -273,29 +277,9 @@ private Q_SLOTS:
             QVERIFY2(!passive || rig.model->focusRequest() == focus, qPrintable(step));
         }
         for (const QString& expected : facts.split(u"; "_s)) {
-            const QString name = expected.section(u'=', 0, 0);
-            QCOMPARE(name % u'=' % fact(rig, name), expected);
+            const QString name = expected.contains(u'=') ? expected.section(u'=', 0, 0) : QString();
+            QCOMPARE(fact(rig, name), expected);
         }
-    }
-
-    // The closed island widens for a task of today, even a done one, not for other days; the
-    // open island is at most 480 high, the alert at least 440 wide.
-    void islandSizeFollowsTodayAndItsLimits() {
-        Rig rig;
-        rig.model->setNotch(QSizeF(100, 30));
-        rig.addTask("tomorrow's", Day::adding(1, rig.today()));
-        QCOMPARE(rig.model->islandSize(), QSizeF(112, 30));
-        QSignalSpy changes(rig.model.get(), &IslandModel::islandSizeChanged);
-        rig.model->toggle(rig.addTask("done already", rig.today()));
-        QCOMPARE(rig.model->islandSize(), QSizeF(200, 30));
-        QCOMPARE(changes.count(), 1);
-        rig.model->setOpenHeight(700);
-        rig.model->open(false);
-        QCOMPARE(rig.model->islandSize(), QSizeF(560, 480));
-        rig.model->setMode(Mode::closed());
-        addDue(rig, 9 * 60);
-        rig.model->tick();
-        QCOMPARE(rig.model->islandSize(), QSizeF(440, 84));
     }
 
     // Each row names a property and a value other than its first.
@@ -340,10 +324,11 @@ private Q_SLOTS:
         QSignalSpy idle(model, &IslandModel::isIdleChanged), plan(model, &IslandModel::planChanged),
             alertTodo(model, &IslandModel::alertTodoChanged),
             progress(model, &IslandModel::progressChanged),
-            next(model, &IslandModel::nextTimedChanged), day(model, &IslandModel::dayChanged);
+            next(model, &IslandModel::nextTimedChanged), day(model, &IslandModel::dayChanged),
+            size(model, &IslandModel::islandSizeChanged);
         const auto counts = [&] {
-            return QList{idle.count(),     plan.count(), alertTodo.count(),
-                         progress.count(), next.count(), day.count()};
+            return QList{idle.count(), plan.count(), alertTodo.count(), progress.count(),
+                         next.count(), day.count(),  size.count()};
         };
         rig.model->setDraft(u"dentist"_s);     // busy, and a plan
         rig.model->setDraft(u"dentist 5pm"_s); // another plan
@@ -352,14 +337,14 @@ private Q_SLOTS:
         rig.addTask("someday"); // none
         rig.advance(30s);
         rig.model->tick(); // the same minute
-        QCOMPARE(counts(), (QList<qsizetype>{1, 2, 0, 1, 1, 0}));
+        QCOMPARE(counts(), (QList<qsizetype>{1, 2, 0, 1, 1, 0, 1}));
         rig.advance(30s);
         rig.model->tick();
         rig.model->toggle(standup);
         const Todo alerted = addDue(rig, 9 * 60 + 1);
         rig.model->tick();
         rig.model->toggle(alerted); // the alerted task, then done
-        QCOMPARE(counts(), (QList<qsizetype>{1, 2, 2, 4, 4, 1}));
+        QCOMPARE(counts(), (QList<qsizetype>{1, 2, 2, 4, 4, 1, 2}));
         QCOMPARE((QStringList{model->todayKey(), model->weekendKey(), model->nextWeekKey(),
                               model->headerDate()}),
                  (QStringList{u"2025-03-06"_s, u"2025-03-08"_s, u"2025-03-10"_s, u"Thu, Mar 6"_s}));
