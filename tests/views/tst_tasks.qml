@@ -152,42 +152,35 @@ ViewTest {
         verify(rig.model.toast.shown)
     }
 
-    // The schedule editor of a task due today at 15:00, or of one without a day.
-    function editor(day, minute) {
-        const id = rig.addTask("dentist", day, minute)
-        rig.model.open(false)
-        rig.model.scheduling = id
-        return createTemporaryObject(editorComponent, test, { island: rig.model, task: rig.task(id) })
-    }
-
-    function test_scheduleEditorApplies_data() {
+    // The schedule editor of a task due today at 15:00 (of one without a day for the time chip):
+    // a phrase or the chip applied, the task's day and time, whether the editor stays open and red.
+    function test_scheduleEditor_data() {
         return [
             { tag: "empty: nothing changes", phrase: " \t", day: "2025-03-06", open: false },
             { tag: "understood: moved, the time kept", phrase: "tomorrow", day: "2025-03-07",
               open: false },
-            { tag: "not understood: stays open, red", phrase: "blah", day: "2025-03-06",
-              open: true },
+            { tag: "not understood: stays open, red", phrase: "blah", day: "2025-03-06", open: true,
+              bad: true },
+            { tag: "a time chip plans a backlog task today", chip: 900, day: "2025-03-06", open: true },
         ]
     }
 
-    function test_scheduleEditorApplies(data) {
-        const view = editor("today", 900)
-        const id = view.task.id
-        view.phrase = data.phrase
-        view.apply()
+    function test_scheduleEditor(data) {
+        const id = data.chip ? rig.addTask("dentist") : rig.addTask("dentist", "today", 900)
+        rig.model.open(false)
+        rig.model.scheduling = id
+        const view = createTemporaryObject(editorComponent, test, { island: rig.model, task: rig.task(id) })
+        if (data.chip) {
+            findChild(view, "whenChips").pickTime(data.chip)
+        } else {
+            view.phrase = data.phrase
+            view.apply()
+        }
         compare(rig.task(id).day, data.day)
         compare(rig.task(id).minute, 900)
         compare(rig.model.scheduling === id, data.open)
-        compare(view.bad, data.open)
+        compare(view.bad, data.bad === true)
         view.phrase = "blah!" // any edit clears the red outline
         verify(!view.bad)
-    }
-
-    // A time chip on a backlog task plans it for today at that time.
-    function test_aTimeChipInTheScheduleEditorOfABacklogTask() {
-        const view = editor(undefined, undefined)
-        findChild(view, "whenChips").pickTime(900)
-        compare(rig.task(view.task.id).day, rig.model.todayKey)
-        compare(rig.task(view.task.id).minute, 900)
     }
 }
