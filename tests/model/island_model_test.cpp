@@ -46,7 +46,7 @@ const std::map<QString, std::function<void(Rig&)>> steps{
     {u"tall"_s, [](Rig& rig) { rig.model->setOpenHeight(700); }},
     {u"tomorrow"_s, [](Rig& rig) { rig.addTask("later", Day::adding(1, rig.today())); }},
     {u"blank"_s, [](Rig& rig) { rig.model->setDraft(u" \t "_s); }},
-    {u"plan"_s, [](Rig& rig) { rig.model->setDraft(u"groceries sat 9am"_s); }},
+    {u"plan"_s, [](Rig& rig) { rig.model->setDraft(u"groceries fri 9am"_s); }},
     {u"today"_s, [](Rig& rig) { rig.model->pickDay(rig.today()); }},
     {u"noday"_s, [](Rig& rig) { rig.model->pickDay(std::nullopt); }},
     {u"5pm"_s, [](Rig& rig) { rig.model->pickTime(std::optional<std::int64_t>(17 * 60)); }},
@@ -233,6 +233,7 @@ private Q_SLOTS:
         row("draft: the day chip keeps the time", "plan today", "draft=groceries today 9am");
         row("draft: no day, no time, Backlog", "plan today noday",
             "draft=groceries; bucket=Backlog");
+        row("draft: tomorrow's goes to Upcoming", "plan add", "day=2025-03-07; bucket=Upcoming");
         row("draft: added as planned", "plan noday 5pm add",
             "tasks=groceries; day=2025-03-06; t1=1020; bucket=Today");
 
