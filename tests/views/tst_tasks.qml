@@ -145,11 +145,15 @@ ViewTest {
         verify(rowNamed(make(pageComponent), "idea").canMoveToToday)
     }
 
-    function test_deleteShowsTheToast() {
+    // The row's Delete shows the toast; its Undo brings the row back.
+    function test_deleteThenUndo() {
         const id = rig.addTask("standup", "today", 600)
-        rowNamed(make(pageComponent), "standup").menuEntries()[4].action()
+        const view = make(pageComponent)
+        rowNamed(view, "standup").menuEntries()[4].action()
         verify(!rig.task(id))
         verify(rig.model.toast.shown)
+        rig.model.undoLast()
+        compare(rowNamed(view, "standup").task.id, id)
     }
 
     // The schedule editor of a task due today at 15:00 (of one without a day for the time chip):
