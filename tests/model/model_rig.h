@@ -11,92 +11,107 @@
 
 namespace kelo::testing {
 
+inline Calendar testCalendar() {
+    return *Calendar::make("Europe/Berlin", "en_US");
+}
+
 // A moment on the wall clock of Berlin, whatever the machine's zone is.
-[[nodiscard]] Timestamp at(int year, int month, int day, int hour, int minute);
+inline Timestamp at(int year, int month, int day, int hour, int minute) {
+    return testCalendar().at(CivilDay{year, month, day}, hour, minute);
+}
 
 // A desktop that records every request in `calls`; activation and key status follow them.
-class FakePlatform final : public Platform {
-public:
-    using Platform::Platform;
+struct FakePlatform final : Platform {
+    static constexpr ApplicationRef self{1}; // how this desktop knows Kelo itself
 
-    // The handle by which this desktop knows Kelo itself.
-    static constexpr ApplicationRef self{1};
-
-    bool active = false;
-    bool panelKey = false;
+    bool active = false, panelKey = false, acceptsHandBack = true;
     std::optional<ApplicationRef> front;
-    bool acceptsHandBack = true;
     QStringList calls;
 
-    [[nodiscard]] bool isActive() const override { return active; }
-    [[nodiscard]] bool isPanelKey() const override { return panelKey; }
-    [[nodiscard]] std::optional<ApplicationRef> frontmost() const override { return front; }
-    [[nodiscard]] bool isThisApplication(const ApplicationRef& app) const override {
-        return app == self;
-    }
+    bool isActive() const override { return active; }
+    bool isPanelKey() const override { return panelKey; }
+    std::optional<ApplicationRef> frontmost() const override { return front; }
+    bool isThisApplication(const ApplicationRef& app) const override { return app == self; }
     void activate() override { active = record("activate", true); }
     void deactivate() override { active = panelKey = record("deactivate", false); }
     void makePanelKey() override { panelKey = record("makePanelKey", true); }
     void releaseKeyboard() override { panelKey = record("releaseKeyboard", false); }
-    void revealFile(const QString& path) override { calls << QStringLiteral("reveal ") + path; }
+    void revealFile(const QString& path) override { record("reveal " + path.toStdString()); }
     void quit() override { record("quit"); }
     void playReminderSound() override { record("sound"); }
     void performHaptic() override { record("haptic"); }
-    [[nodiscard]] bool handBack(const ApplicationRef& app) override {
-        calls << QStringLiteral("handBack %1").arg(app.handle);
-        if (acceptsHandBack) {
-            active = panelKey = false;
-        }
+    bool handBack(const ApplicationRef& app) override {
+        record("handBack " + std::to_string(app.handle));
+        active = panelKey = !acceptsHandBack && active;
         return acceptsHandBack;
     }
-
-private:
     // Notes the request and returns the state it leaves.
-    bool record(const char* call, bool state = false) {
-        calls << QString::fromLatin1(call);
+    bool record(const std::string& call, bool state = false) {
+        calls << QString::fromStdString(call);
         return state;
     }
 };
 
-// Time that passes only when a test says so. It is the model's clock, and it runs the delayed
-// work of the models it watches in deadline order, so a test of the 12 s alert takes no time.
-class VirtualTime {
-public:
-    explicit VirtualTime(Timestamp start)
-        : now_(start) {}
-
-    [[nodiscard]] Timestamp now() const { return now_; }
-    void watch(const QObject& owner);
-    void advance(std::chrono::milliseconds span) { advanceTo(now_ + span); }
-    void advanceTo(Timestamp time);
-
-private:
-    Timestamp now_;
-    std::map<DelaySlot*, Timestamp> deadlines_;
-};
-
-// One model with everything it touches kept apart: data, settings and autostart in a fresh folder,
-// virtual time from Thursday 2025-03-06 09:00 and a recording platform.
+// One model with everything it touches kept apart: data, settings and autostart in a fresh
+// folder, a recording platform, and time from Thursday 2025-03-06 09:00 that passes only when the
+// test says so. The rig runs the model's delayed work in deadline order, so a test of the 12 s
+// alert takes no time.
 struct Rig {
-    explicit Rig(Timestamp start = at(2025, 3, 6, 9, 0));
+    explicit Rig(Timestamp start = at(2025, 3, 6, 9, 0))
+        : now(start)
+        , model(makeModel()) {}
 
-    [[nodiscard]] QString settingsFile() const;
-    [[nodiscard]] QString autostartFolder() const;
-    [[nodiscard]] std::unique_ptr<IslandModel> makeModel();
+    QString settingsFile() const { return folder.filePath(QStringLiteral("Kelo.conf")); }
+    QString autostartFolder() const { return folder.filePath(QStringLiteral("autostart")); }
+    std::unique_ptr<IslandModel> makeModel() {
+        const auto clock = [this] { return now; };
+        auto made = std::make_unique<IslandModel>(
+            std::make_unique<TodoStore>(folder.filePath(QStringLiteral("todos.json")).toStdString(),
+                                        TodoStore::Options{clock, [](auto) {}}),
+            IslandModel::Options{testCalendar(), clock, settingsFile(),
+                                 LaunchAtLogin::Options{autostartFolder(),
+                                                        QStringLiteral("/usr/bin/kelo"),
+                                                        [](auto) {}}});
+        made->setPlatform(&platform);
+        for (DelaySlot* slot : made->findChildren<DelaySlot*>()) {
+            QObject::connect(slot, &DelaySlot::scheduled, slot,
+                             [this, slot] { deadlines[slot] = now + *slot->delay(); });
+            QObject::connect(slot, &QObject::destroyed, [this, slot] { deadlines.erase(slot); });
+        }
+        return made;
+    }
 
-    [[nodiscard]] DayKey today() const;
+    void advance(std::chrono::milliseconds span) { advanceTo(now + span); }
+    void advanceTo(Timestamp time) {
+        for (;;) { // the earliest pending work that falls due, until none does
+            std::erase_if(deadlines, [](const auto& slot) { return !slot.first->isPending(); });
+            const auto next = std::ranges::min_element(
+                deadlines, {}, [](const auto& slot) { return slot.second; });
+            if (next == deadlines.end() || next->second > time) {
+                break;
+            }
+            now = std::max(now, next->second);
+            next->first->fire();
+        }
+        now = std::max(now, time);
+    }
+
+    DayKey today() const { return Day::key(now, testCalendar()); }
     // Adds a task straight to the store, as data that was there before the test.
     Todo addTask(const std::string& title, std::optional<DayKey> day = std::nullopt,
-                 std::optional<std::int64_t> minute = std::nullopt);
-    // Adds a task due this minute and ticks, which raises its alert.
-    Todo raiseAlert();
-    // Puts the model into the mode the way the user or the clock would.
-    void enter(ModeKind mode);
-    [[nodiscard]] std::optional<Todo> task(const Uuid& id) const;
+                 std::optional<std::int64_t> minute = std::nullopt) {
+        return model->store().add(title, std::move(day), minute).value();
+    }
+    std::optional<Todo> task(const Uuid& id) const {
+        const auto& todos = model->store().todos();
+        const auto found = std::ranges::find(todos, id, &Todo::id);
+        return found == todos.end() ? std::nullopt : std::optional(*found);
+    }
 
     QTemporaryDir folder;
-    VirtualTime time;
     FakePlatform platform;
+    Timestamp now;
+    std::map<DelaySlot*, Timestamp> deadlines;
     std::unique_ptr<IslandModel> model;
 };
 

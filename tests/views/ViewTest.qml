@@ -4,6 +4,8 @@ import KeloTest
 
 // A view test on screen, with a fresh rig for each test function.
 TestCase {
+    id: root
+
     readonly property ViewRig rig: ViewRig {}
 
     when: windowShown
@@ -13,5 +15,20 @@ TestCase {
 
     function init() {
         rig.startAt(2025, 3, 6, 9, 0)
+    }
+
+    // A view of the rig's model, destroyed after the test function.
+    function make(component, properties) {
+        return createTemporaryObject(component, root, Object.assign({ model: rig.model }, properties))
+    }
+
+    // The items below `item` for which `matches` holds, not looking inside those.
+    function childrenWhere(item, matches) {
+        let found = []
+        for (let i = 0; i < item.children.length; ++i) {
+            const child = item.children[i]
+            found = found.concat(matches(child) ? [child] : childrenWhere(child, matches))
+        }
+        return found
     }
 }

@@ -13,16 +13,8 @@ Q_IMPORT_QML_PLUGIN(KeloPlugin)
 namespace {
 
 // Time that moves only when the test steps it, so an animation is sampled frame by frame.
-class SteppedDriver : public QAnimationDriver {
-public:
-    [[nodiscard]] qint64 elapsed() const override { return now; }
-    void step(qint64 milliseconds) {
-        // Started animations register with the driver from the event loop.
-        QCoreApplication::processEvents();
-        now += milliseconds;
-        advance();
-    }
-
+struct SteppedDriver : QAnimationDriver {
+    qint64 elapsed() const override { return now; }
     qint64 now = 0;
 };
 
@@ -73,7 +65,9 @@ private Q_SLOTS:
         // after it was asked for and then catches up, so the first frame is left out.
         std::vector<double> drawn;
         for (int frame = 0; frame < 94; ++frame) {
-            driver.step(16);
+            QCoreApplication::processEvents(); // started animations register from the loop
+            driver.now += 16;
+            driver.advance();
             drawn.push_back(item->property("value").toDouble());
         }
         driver.uninstall();

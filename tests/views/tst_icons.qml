@@ -1,15 +1,11 @@
 import QtQuick
-import QtTest
 import Kelo
+import KeloTest
 
 // Every icon the island names draws in its tint, and only inside its own square.
-TestCase {
+ViewTest {
     id: test
     name: "Icons"
-    when: windowShown
-    visible: true
-    width: 48
-    height: 48
 
     Component {
         id: stageComponent

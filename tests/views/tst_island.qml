@@ -2,16 +2,17 @@ import QtQuick
 import Kelo
 import KeloTest
 
-// The island's frame: its outline in each mode, and what clicks on it do.
+// The island's frame: its outline in each mode, what clicks on it do, and its context menu.
 ViewTest {
     id: test
     name: "Island"
 
     Component { id: viewComponent; IslandView { width: 800; height: 520 } }
+    Component { id: menuComponent; IslandMenu {} }
 
     // The island of a day with a task at six.
     function makeIsland() {
-        const view = createTemporaryObject(viewComponent, test, { model: rig.model })
+        const view = make(viewComponent)
         rig.addTask("later", "today", 18 * 60)
         return view
     }
@@ -23,14 +24,14 @@ ViewTest {
         wait(600) // the radii settle with the size
     }
 
-    // The size for a 185 x 32 notch (the open island as tall as its content) and the radii of
+    // The outline at the model's size (the open island as tall as its content) with the radii of
     // the flared top corners and the rounded bottom ones.
     function test_outline_data() {
         return [
-            { tag: "closed, today planned", mode: "closed", width: 285, height: 32, top: 6, bottom: 10 },
-            { tag: "peek", mode: "peek", width: 385, height: 62, top: 6, bottom: 16 },
-            { tag: "open", mode: "open", width: 645, top: 10, bottom: 24 },
-            { tag: "alert", mode: "alert", width: 445, height: 86, top: 6, bottom: 16 },
+            { tag: "closed, today planned", mode: "closed", top: 6, bottom: 10 },
+            { tag: "peek", mode: "peek", top: 6, bottom: 16 },
+            { tag: "open", mode: "open", top: 10, bottom: 24 },
+            { tag: "alert", mode: "alert", top: 6, bottom: 16 },
         ]
     }
 
@@ -47,23 +48,15 @@ ViewTest {
             rig.addTask("now", "today", 9 * 60)
             rig.advance(0)
         }
-        const [w, h, t, b] = [data.width, data.height || rig.model.islandSize.height, data.top, data.bottom]
-        compare(rig.model.islandSize, Qt.size(w, h))
         settle(view)
+        const [w, h, t, b] = [rig.model.islandSize.width, rig.model.islandSize.height, data.top, data.bottom]
         // End point, then control point, of each curve and line from the top left corner.
         const points = [[t, t, t, 0], [t, h - b], [t + b, h, t, h], [w - t - b, h],
                         [w - t, h - b, w - t, h], [w - t, t], [w, 0, w - t, 0]]
-        const elements = view.body.outline.pathElements
-        compare(elements.length, points.length)
-        for (let i = 0; i < elements.length; ++i) {
-            const [x, y, controlX, controlY] = points[i]
-            fuzzyCompare(elements[i].x, x, 0.3, "x of point " + i)
-            fuzzyCompare(elements[i].y, y, 0.3, "y of point " + i)
-            if (controlX !== undefined) {
-                fuzzyCompare(elements[i].controlX, controlX, 0.3, "control x of point " + i)
-                fuzzyCompare(elements[i].controlY, controlY, 0.3, "control y of point " + i)
-            }
-        }
+        const drawn = view.body.outline.pathElements
+        compare(drawn.length, points.length)
+        points.forEach((point, i) => point.forEach((value, j) => fuzzyCompare(
+            [drawn[i].x, drawn[i].y, drawn[i].controlX, drawn[i].controlY][j], value, 0.3, "point " + i)))
     }
 
     // A click inside the outline opens the island; one in the flared corner beside it does not,
@@ -93,5 +86,27 @@ ViewTest {
         compare(IslandPalette.ink, Qt.rgba(0, 0, 0, 1))
         rig.model.escape()
         verify(IslandPalette.dark)
+    }
+
+    function test_menuEntriesAndTheirEffects() {
+        const menu = make(menuComponent)
+        menu.entries = menu.build()
+        compare(menu.entries.map(entry => entry.separator ? "-" : entry.text),
+                ["Open or close: ⌃⌥T", "Launch at Login", "Show Data File", "-", "Quit Kelo"])
+        compare(menu.entries[1].checked, false)
+        menu.trigger(0) // a label, disabled
+        compare(rig.calls, [])
+        menu.trigger(1)
+        verify(rig.model.launchAtLogin.enabled)
+        // The switch shows the login item's state as it is when the menu opens.
+        menu.entries = menu.build()
+        compare(menu.entries[1].checked, true)
+        menu.trigger(1)
+        verify(!rig.model.launchAtLogin.enabled)
+        menu.trigger(2)
+        menu.trigger(4)
+        compare(rig.calls.length, 2)
+        verify(/^reveal \/.*\/Kelo\/todos\.json$/.test(rig.calls[0]), "the default data file")
+        compare(rig.calls[1], "quit")
     }
 }

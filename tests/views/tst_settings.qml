@@ -10,26 +10,15 @@ ViewTest {
 
     Component { id: pageComponent; SettingsView { width: 600 } }
 
-    function page() {
-        return createTemporaryObject(pageComponent, test, { model: rig.model })
-    }
-
     // The labels of the theme tiles shown.
     function tiles(item) {
-        let found = []
-        for (let i = 0; i < item.children.length; ++i) {
-            const child = item.children[i]
-            if (child.theme === undefined || child.chosen === undefined)
-                found = found.concat(tiles(child))
-            else if (child.visible)
-                found.push(child.label)
-        }
-        return found
+        return childrenWhere(item, child => child.theme !== undefined && child.chosen !== undefined)
+            .filter(tile => tile.visible).map(tile => tile.label)
     }
 
     function test_glassIsOfferedOnlyWithTheGlassMaterial() {
         rig.model.preferences.theme = Island.Glass
-        const view = page()
+        const view = make(pageComponent)
         compare(tiles(view), ["Standard"])
         verify(!view.glassLookShown, "a stored glass theme shows no look without the material")
         rig.model.glassMaterial = true
@@ -43,12 +32,12 @@ ViewTest {
     // change, it goes back.
     function test_launchAtLogin() {
         rig.model.launchAtLogin.enabled = true
-        const toggle = findChild(page(), "launchAtLogin")
+        const toggle = findChild(make(pageComponent), "launchAtLogin")
         verify(toggle.on)
         mouseClick(toggle)
         verify(!toggle.on)
         verify(!rig.model.launchAtLogin.enabled)
-        rig.blockAutostart()
+        verify(rig.blockAutostart())
         mouseClick(toggle)
         verify(!rig.model.launchAtLogin.enabled)
         verify(!toggle.on)

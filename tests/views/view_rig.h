@@ -1,11 +1,11 @@
 #pragma once
 
+#include <QDir>
+#include <QFile>
 #include <QObject>
 #include <QQmlEngine>
-#include <QStringList>
-#include <island_model.h>
-#include <memory>
 #include <model_rig.h>
+#include <qml_values.h>
 
 namespace kelo::testing {
 
@@ -18,27 +18,51 @@ class ViewRig : public QObject {
     Q_PROPERTY(QStringList calls READ calls FINAL)
 
 public:
-    explicit ViewRig(QObject* parent = nullptr);
+    using QObject::QObject;
 
-    [[nodiscard]] IslandModel* model() const { return rig_->model.get(); }
-    [[nodiscard]] QStringList calls() const { return rig_->platform.calls; }
+    IslandModel* model() const { return rig_->model.get(); }
+    QStringList calls() const { return rig_->platform.calls; }
 
-    Q_INVOKABLE void startAt(int year, int month, int day, int hour, int minute);
+    Q_INVOKABLE void startAt(int year, int month, int day, int hour, int minute) {
+        rig_ = std::make_unique<Rig>(at(year, month, day, hour, minute));
+        Q_EMIT modelChanged();
+    }
     // Adds a task straight to the store and returns its id. `day` is a key, "today" or
     // undefined; `minute` a number or undefined.
     Q_INVOKABLE QString addTask(const QString& title, const QVariant& day = {},
-                                const QVariant& minute = {}, bool done = false);
-    Q_INVOKABLE QVariant task(const QString& id) const;
+                                const QVariant& minute = {}, bool done = false) {
+        std::optional<DayKey> key;
+        if (!day.isNull()) {
+            key = day.toString() == u"today" ? rig_->today() : stdText(day.toString());
+        }
+        const Todo task =
+            rig_->addTask(stdText(title), key,
+                          minute.isNull() ? std::nullopt : std::optional(minute.toLongLong()));
+        if (done) {
+            rig_->model->store().toggle(task.id, rig_->now);
+        }
+        return idText(task.id);
+    }
+    Q_INVOKABLE QVariant task(const QString& id) const {
+        const auto found = idFrom(id) ? rig_->task(*idFrom(id)) : std::nullopt;
+        return found ? QVariant::fromValue(taskValue(*found)) : QVariant();
+    }
     // Lets time pass, running the delayed work that falls due, and ticks.
-    Q_INVOKABLE void advance(int milliseconds);
+    Q_INVOKABLE void advance(int milliseconds) {
+        rig_->advance(std::chrono::milliseconds(milliseconds));
+        rig_->model->tick();
+    }
     // Makes registering the login item fail: a file stands where its folder would be.
-    Q_INVOKABLE void blockAutostart();
+    Q_INVOKABLE bool blockAutostart() {
+        QFile file(rig_->autostartFolder());
+        return QDir(rig_->autostartFolder()).removeRecursively() && file.open(QIODevice::WriteOnly);
+    }
 
 Q_SIGNALS:
     void modelChanged();
 
 private:
-    std::unique_ptr<Rig> rig_;
+    std::unique_ptr<Rig> rig_ = std::make_unique<Rig>();
 };
 
 } // namespace kelo::testing

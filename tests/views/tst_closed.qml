@@ -2,14 +2,15 @@ import QtQuick
 import Kelo
 import KeloTest
 
-// What the closed island and the peek say about today.
+// What the closed island, the peek and the alert show, and the alert's buttons.
 ViewTest {
     id: test
-    name: "ClosedAndPeek"
+    name: "Closed"
 
     Component { id: labelComponent; NextLabel {} }
     Component { id: peekComponent; PeekView { width: 385 } }
     Component { id: ringComponent; ProgressRing { width: 14; height: 14 } }
+    Component { id: alertComponent; AlertView { width: 445 } }
 
     // Today at 09:00 holds `tasks`: [minute or null, done].
     function plan(tasks) {
@@ -33,7 +34,7 @@ ViewTest {
 
     function test_nextLabel(data) {
         plan(data.tasks)
-        const label = createTemporaryObject(labelComponent, test, { model: rig.model })
+        const label = make(labelComponent)
         compare(label.kind, data.kind)
         compare(label.text, data.text)
     }
@@ -41,7 +42,7 @@ ViewTest {
     // The countdown follows the clock; the wide label shows a later time in full.
     function test_theCountdownFollowsTheClock() {
         plan([[600, false]])
-        const label = createTemporaryObject(labelComponent, test, { model: rig.model, compact: false })
+        const label = make(labelComponent, { compact: false })
         rig.advance(60 * 1000)
         compare(label.text, "59m")
         rig.advance(59 * 60 * 1000)
@@ -63,7 +64,7 @@ ViewTest {
 
     function test_peekLine(data) {
         plan(data.tasks)
-        compare(createTemporaryObject(peekComponent, test, { model: rig.model }).line, data.line)
+        compare(make(peekComponent).line, data.line)
     }
 
     // The arc springs to its new share.
@@ -78,5 +79,34 @@ ViewTest {
         const ring = createTemporaryObject(ringComponent, test, { progress: { done: 0, total: 0 } })
         ring.progress = { done: data.done, total: data.total }
         tryVerify(() => Math.abs(ring.sweep - data.sweep) < 1, 3000)
+    }
+
+    // The bell swings and comes to rest the other way; both buttons close the island without a
+    // toast. Once the task is gone, nothing is drawn.
+    function test_alert_data() {
+        return [
+            { tag: "Done completes the task", button: "done", done: true, minute: 540 },
+            { tag: "Snooze moves it ten minutes on", button: "snooze", done: false, minute: 550 },
+            { tag: "the task deleted", button: "" },
+        ]
+    }
+
+    function test_alert(data) {
+        const id = rig.addTask("call the plumber", "today", 540)
+        rig.advance(0)
+        const alert = make(alertComponent)
+        verify(alert.visible && alert.ringing)
+        tryVerify(() => !alert.ringing, 3000)
+        compare(alert.bell.rotation, 14)
+        if (data.button === "") {
+            rig.model.deleteTask(id)
+            verify(!alert.visible)
+            return
+        }
+        mouseClick(findChild(alert, data.button))
+        compare(rig.task(id).done, data.done)
+        compare(rig.task(id).minute, data.minute)
+        compare(rig.model.mode.kind, Island.Closed)
+        verify(!rig.model.toast.shown)
     }
 }
