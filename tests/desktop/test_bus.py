@@ -7,7 +7,7 @@ import subprocess
 import unittest
 
 from desktop_rig import (CLOSED, CLOSED_WITH_TASKS, KELO, OPEN, SOON, DesktopTestCase, read_line,
-                         today_utc, wait_until)
+                         read_tasks, today_utc, wait_until)
 
 KELO_CORE = os.environ.get("KELO_CORE_BIN", "kelo-core")
 
@@ -39,8 +39,7 @@ class BusTest(DesktopTestCase):
                                  "org.kelo.Kelo1." + method])
 
     def tasks(self, data_file=None):
-        with open(data_file or self.data_file, encoding="utf-8") as f:
-            return json.load(f)
+        return read_tasks(data_file or self.data_file)
 
     def start(self, name="todos.json"):
         self.data_file = os.path.join(self.desktop.scratch, name)
@@ -60,13 +59,18 @@ class BusTest(DesktopTestCase):
         self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
         self.assertTrue(wait_until(lambda: self.desktop.active_window() == island))
 
-    def test_without_a_running_kelo_the_command_says_so(self):
+    def test_the_command_line_answers_without_a_display_or_a_running_kelo(self):
         self.data_file = os.path.join(self.desktop.scratch, "todos.json")
-        for arguments in (["--toggle"], ["--add", "dentist fri 3pm"]):
+        refusal = "Kelo: no Kelo runs with %s.\n" % self.data_file
+        del self.desktop.env["DISPLAY"]
+        for arguments, status, stdout, stderr in (
+                (["--toggle"], 1, r"\A\Z", refusal),
+                (["--add", "dentist fri 3pm"], 1, r"\A\Z", refusal),
+                (["--version"], 0, r"\Akelo \d+\.\d+\.\d+\n\Z", ""),
+                (["--help"], 0, r"\AUsage: kelo\n[\s\S]*Ctrl\+Alt\+T", "")):
             result = self.kelo(*arguments)
-            self.assertEqual(result.returncode, 1)
-            self.assertEqual(result.stderr,
-                             "Kelo: no Kelo runs with %s.\n" % self.data_file)
+            self.assertEqual((result.returncode, result.stderr), (status, stderr), arguments)
+            self.assertRegex(result.stdout, stdout)
         self.assertFalse(os.path.exists(self.data_file))
 
     def test_added_tasks_reach_the_island_and_the_signal_at_once(self):

@@ -1,25 +1,21 @@
 """The drawn island on a real X server, used with the pointer as a person would: a click opens
 it, an alert's Done completes its task in the data file, and the island's menu quits Kelo."""
 
-import json
 import time
 import unittest
 
 from desktop_rig import (ALERT, CLOSED_WITH_TASKS, OPEN, SCREEN_WIDTH, SETTLE, SOON,
-                         DesktopTestCase, minute_now_utc, task, today_utc, wait_until)
+                         DesktopTestCase, minute_now_utc, read_tasks, task, today_utc, wait_until)
 
 
 class IslandViewsTest(DesktopTestCase):
-
-    def click(self, x, y, button=1):
-        self.desktop.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)])
 
     def test_a_click_opens_the_closed_island(self):
         data = self.desktop.write_data("todos.json", [task("water the plants", day=today_utc())])
         island = self.desktop.start_kelo(data).window()
         self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
                           CLOSED_WITH_TASKS)
-        self.click(SCREEN_WIDTH // 2, 10)
+        self.desktop.click(SCREEN_WIDTH // 2, 10)
         self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
 
     def test_done_in_an_alert_completes_the_task(self):
@@ -34,17 +30,15 @@ class IslandViewsTest(DesktopTestCase):
         time.sleep(SETTLE)
         # "Done" sits at the right end of the alert's second row.
         width, height = ALERT
-        self.click((SCREEN_WIDTH + width) // 2 - 40, height - 30)
+        self.desktop.click((SCREEN_WIDTH + width) // 2 - 40, height - 30)
 
-        def done():
-            with open(data, encoding="utf-8") as f:
-                return "doneAt" in json.load(f)[0]
-        self.assertTrue(wait_until(done), "the data file does not show the task done")
+        self.assertTrue(wait_until(lambda: "doneAt" in read_tasks(data)[0]),
+                        "the data file does not show the task done")
 
     def test_the_menu_quits_kelo(self):
         kelo = self.desktop.start_kelo()
         kelo.window()
-        self.click(SCREEN_WIDTH // 2, 10, button=3)
+        self.desktop.click(SCREEN_WIDTH // 2, 10, button=3)
         menu = wait_until(lambda: len(self.desktop.run(
             ["xdotool", "search", "--onlyvisible", "--pid", str(kelo.process.pid), "--class",
              "^kelo$"], check=False).split()) > 1)

@@ -2,12 +2,11 @@
 keys, the rows' circles and buttons, the toast's Undo, and an island as tall as its list."""
 
 import datetime
-import json
 import time
 import unittest
 
-from desktop_rig import (NOTCH_HEIGHT, OPEN, SCREEN_WIDTH, SETTLE, DesktopTestCase, task,
-                         today_utc, wait_until)
+from desktop_rig import (NOTCH_HEIGHT, OPEN, SCREEN_WIDTH, SETTLE, DesktopTestCase, read_tasks,
+                         task, today_utc, wait_until)
 
 # Where the open island's parts are, from its top left corner: 20 points of padding, the header
 # as high as the notch, then 10 apart the add field (36 high) and the list.
@@ -21,20 +20,19 @@ class OpenIslandTest(DesktopTestCase):
 
     def setUp(self):
         super().setUp()
-        _, window = self.desktop.start_helper("window")
-        self.assertTrue(self.desktop.activate(int(window)))
+        self.start_other_application()
 
     def open(self, tasks=()):
         self.data = self.desktop.write_data("todos.json", list(tasks))
         self.island = self.desktop.start_kelo(self.data).window()
-        self.desktop.key("ctrl+alt+t")
-        self.assertIsland(self.desktop.wait_for_island(self.island, OPEN), OPEN)
-        self.assertTrue(wait_until(lambda: self.desktop.active_window() == self.island))
+        self.open_with_hot_key(self.island)
         time.sleep(SETTLE)
 
     def tasks(self):
-        with open(self.data, encoding="utf-8") as f:
-            return json.load(f)
+        return read_tasks(self.data)
+
+    def type(self, text):
+        self.desktop.run(["xdotool", "type", "--delay", "40", text])
 
     def wait_for_tasks(self, probe):
         self.assertTrue(wait_until(lambda: probe(self.tasks())), self.tasks())
@@ -58,7 +56,7 @@ class OpenIslandTest(DesktopTestCase):
 
     def test_typing_a_line_and_return_adds_the_task_today(self):
         self.open()
-        self.desktop.run(["xdotool", "type", "--delay", "40", "groceries 5pm"])
+        self.type("groceries 5pm")
         self.desktop.key("Return")
         self.wait_for_tasks(lambda tasks: len(tasks) == 1)
         added = self.tasks()[0]
@@ -68,7 +66,7 @@ class OpenIslandTest(DesktopTestCase):
     def test_ctrl_2_shows_upcoming_whose_tasks_are_for_tomorrow(self):
         self.open()
         self.desktop.key("ctrl+2")
-        self.desktop.run(["xdotool", "type", "--delay", "40", "dentist"])
+        self.type("dentist")
         self.desktop.key("Return")
         tomorrow = (datetime.datetime.now(datetime.timezone.utc).date() +
                     datetime.timedelta(days=1)).isoformat()

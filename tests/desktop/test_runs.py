@@ -15,61 +15,42 @@ RUN_BOUND = 60
 SNAPSHOTS = ["1-closed", "2-peek", "3-today", "4-draft", "5-upcoming", "6-backlog", "7-schedule",
              "8-alert", "9-glass-dark", "10-glass-light", "11-settings", "12-glass-settings",
              "13-glass-light-settings"]
-PREFERENCES = b"[General]\ntheme=glass\nglassLook=dark\nreminderSound=false\n"
+PREFERENCES = "[General]\ntheme=glass\nglassLook=dark\nreminderSound=false\n"
 
 
 def read_png(path):
     """Width, height and rows of (red, green, blue, alpha) of an 8-bit RGBA PNG."""
     with open(path, "rb") as f:
         data = f.read()
-    assert data[:8] == b"\x89PNG\r\n\x1a\n", path
-    position, width, height, compressed = 8, 0, 0, b""
+    chunks, position = {}, 8
     while position < len(data):
         length, kind = struct.unpack(">I4s", data[position:position + 8])
-        body = data[position + 8:position + 8 + length]
-        if kind == b"IHDR":
-            width, height, depth, colour = struct.unpack(">IIBB", body[:10])
-            assert (depth, colour) == (8, 6), "%s is not 8-bit RGBA" % path
-        elif kind == b"IDAT":
-            compressed += body
+        chunks[kind] = chunks.get(kind, b"") + data[position + 8:position + 8 + length]
         position += 12 + length
-    raw, stride, rows, previous = zlib.decompress(compressed), width * 4, [], bytearray(width * 4)
+    width, height, depth, colour = struct.unpack(">IIBB", chunks[b"IHDR"][:10])
+    assert (depth, colour) == (8, 6), "%s is not 8-bit RGBA" % path
+    raw, stride, rows, above = zlib.decompress(chunks[b"IDAT"]), width * 4, [], bytearray(width * 4)
     for y in range(height):
         kind, line = raw[y * (stride + 1)], bytearray(raw[y * (stride + 1) + 1:(y + 1) * (stride + 1)])
         for i in range(stride):
-            left = line[i - 4] if i >= 4 else 0
-            up = previous[i]
-            corner = previous[i - 4] if i >= 4 else 0
-            if kind == 1:
-                line[i] = (line[i] + left) & 0xFF
-            elif kind == 2:
-                line[i] = (line[i] + up) & 0xFF
-            elif kind == 3:
-                line[i] = (line[i] + (left + up) // 2) & 0xFF
-            elif kind == 4:
-                guess = left + up - corner
-                nearest = min((abs(guess - left), 0, left), (abs(guess - up), 1, up),
-                              (abs(guess - corner), 2, corner))[2]
-                line[i] = (line[i] + nearest) & 0xFF
+            a, b, c = line[i - 4] if i >= 4 else 0, above[i], above[i - 4] if i >= 4 else 0
+            if kind == 4:
+                p = a + b - c
+                a = min((abs(p - a), 0, a), (abs(p - b), 1, b), (abs(p - c), 2, c))[2]
+            line[i] = (line[i] + (0, a, b, (a + b) // 2, a)[kind]) & 0xFF
         rows.append([tuple(line[x * 4:x * 4 + 4]) for x in range(width)])
-        previous = line
+        above = line
     return width, height, rows
 
 
 class RunsTest(DesktopTestCase):
-
-    def preferences_file(self):
-        folder = os.path.join(self.desktop.scratch, "config", "Kelo")
-        os.makedirs(folder, exist_ok=True)
-        return os.path.join(folder, "Kelo.conf")
 
     def finish(self, kelo):
         kelo.process.wait(timeout=RUN_BOUND)
         return kelo.process.returncode, kelo.log()
 
     def test_the_self_check_passes_and_leaves_the_preferences_alone(self):
-        with open(self.preferences_file(), "wb") as f:
-            f.write(PREFERENCES)
+        preferences = self.desktop.write_preferences(PREFERENCES)
         kelo = self.desktop.start_kelo(KELO_SELFTEST="1")
         status, log = self.finish(kelo)
         lines = log.splitlines()
@@ -77,7 +58,7 @@ class RunsTest(DesktopTestCase):
         self.assertIn("ALL PASS", lines, log)
         self.assertTrue(any(line.startswith("INFO  key window: ") for line in lines), log)
         self.assertEqual(status, 0, log)
-        with open(self.preferences_file(), "rb") as f:
+        with open(preferences, encoding="utf-8") as f:
             self.assertEqual(f.read(), PREFERENCES)
 
     def test_without_a_scratch_data_file_the_self_check_refuses(self):
