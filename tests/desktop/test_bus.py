@@ -1,5 +1,6 @@
 """Kelo on the session bus: kelo --toggle and kelo --add, kelo-core add while Kelo runs, the
-TasksChanged signal, and one name per data file. Each desktop has a session bus of its own."""
+TasksChanged signal; one Kelo per data file, each on a name of its own. Each desktop has a session
+bus of its own."""
 
 import json
 import os
@@ -22,21 +23,16 @@ def bus_name(data_file):
 
 class BusTest(DesktopTestCase):
 
-    def kelo(self, *arguments, data_file=None, stdin=None):
+    def kelo(self, *arguments, data_file=None):
         env = dict(self.desktop.env, KELO_DATA=data_file or self.data_file)
-        return subprocess.run([KELO, *arguments], env=env, input=stdin, capture_output=True,
-                              text=True, timeout=SOON)
+        return subprocess.run([KELO, *arguments], env=env, capture_output=True, text=True,
+                              timeout=SOON)
 
     def kelo_core_add(self, lines, *options):
         return subprocess.run([KELO_CORE, "add", *options, self.data_file],
                               env=self.desktop.env, input="".join(json.dumps(line) + "\n"
                                                                    for line in lines),
                               capture_output=True, text=True, timeout=SOON)
-
-    def call(self, data_file, method):
-        return self.desktop.run(["dbus-send", "--session", "--print-reply",
-                                 "--dest=" + bus_name(data_file), "/org/kelo/Kelo",
-                                 "org.kelo.Kelo1." + method])
 
     def tasks(self, data_file=None):
         return read_tasks(data_file or self.data_file)
@@ -55,7 +51,8 @@ class BusTest(DesktopTestCase):
         self.assertEqual(self.kelo("--toggle").returncode, 0)
         self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
 
-        self.call(self.data_file, "OpenAdd")
+        self.desktop.run(["dbus-send", "--session", "--print-reply", "--dest=" + bus_name(
+            self.data_file), "/org/kelo/Kelo", "org.kelo.Kelo1.OpenAdd"])
         self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
         self.assertTrue(wait_until(lambda: self.desktop.active_window() == island))
 
@@ -120,11 +117,31 @@ class BusTest(DesktopTestCase):
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertEqual([task["title"] for task in self.tasks()], ["milk", "dentist", "bread"])
 
-    def test_a_second_kelo_on_another_data_file_answers_on_its_own_name(self):
-        self.start("a.json")
-        first_file = self.data_file
-        second_file = os.path.join(self.desktop.scratch, "b.json")
-        self.desktop.start_kelo(second_file).window()
+    def test_a_second_kelo_on_the_same_file_is_refused_until_the_first_is_gone(self):
+        # A relative path names the same file as the absolute one.
+        first = self.desktop.start_kelo("lists/todos.json")
+        first.window()
+        data_file = os.path.join(self.desktop.scratch, "lists", "todos.json")
+        self.assertTrue(os.path.exists(data_file + ".lock"))
+        second = self.desktop.start_kelo(data_file)
+        self.assertEqual(second.process.wait(timeout=SOON), 1)
+        self.assertEqual(second.log().strip(), "Kelo: already running with %s." % data_file)
+        self.assertIsNone(first.process.poll())
+        first.process.kill()
+        first.process.wait()
+        self.desktop.start_kelo(data_file).window()
+
+    def test_kelos_on_different_files_run_side_by_side_each_on_its_own_name(self):
+        first, _ = self.start("a.json")
+        first_file, second_file = self.data_file, os.path.join(self.desktop.scratch, "b.json")
+        second = self.desktop.start_kelo(second_file)
+        island = second.window()
+        self.assertNotEqual(first.window(), island)
+        # Ctrl+Alt+T is the first Kelo's, as it would be any other program's that held it.
+        line = "Kelo: could not register ⌃⌥T (10). Click the notch instead."
+        self.assertTrue(wait_until(lambda: line in second.log()), second.log())
+        self.assertNotIn(line, first.log())
+        self.assertIsland(self.desktop.island(island), CLOSED)
         names = lambda: self.desktop.run(["dbus-send", "--session", "--print-reply",
                                           "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
                                           "org.freedesktop.DBus.ListNames"])
@@ -134,6 +151,7 @@ class BusTest(DesktopTestCase):
         self.assertEqual(self.kelo("--add", "only in b", data_file=second_file).returncode, 0)
         self.assertEqual([task["title"] for task in self.tasks(second_file)], ["only in b"])
         self.assertFalse(os.path.exists(first_file))
+        self.assertIsNone(first.process.poll())
 
 
 if __name__ == "__main__":
