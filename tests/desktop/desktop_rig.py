@@ -115,9 +115,8 @@ def minute_now_utc():
 class Kelo:
     """One running kelo process."""
 
-    def __init__(self, desktop, data_file, env):
+    def __init__(self, desktop, env):
         self.desktop = desktop
-        self.data_file = data_file
         self.log_path = os.path.join(desktop.scratch, "kelo-%d.log" % len(desktop.processes))
         with open(self.log_path, "wb") as log:
             self.process = desktop.spawn([KELO], env=env, stdout=log, stderr=log)
@@ -148,8 +147,7 @@ class Desktop:
         for folder in ("home", "config", "data", "runtime", "framebuffer", "bin"):
             os.makedirs(os.path.join(self.scratch, folder), mode=0o700)
         try:
-            self._start_server()
-            self._start_bus()
+            self._start_servers()
             self._start_window_manager(window_manager)
         except BaseException:
             self.close()
@@ -167,7 +165,7 @@ class Desktop:
             raise RuntimeError("%s did not start" % command[0])
         return line.strip()
 
-    def _start_server(self):
+    def _start_servers(self):
         # -displayfd: the server picks a free display, so tests starting at once cannot collide.
         # A white root, so that black shows where the island paints; the framebuffer is what a
         # person would see, compositor included.
@@ -192,32 +190,24 @@ class Desktop:
             # No accessibility bus: the window managers built on GTK would start one.
             "NO_AT_BRIDGE": "1",
         })
-
-    def _start_bus(self):
-        """A session bus for this desktop alone: Kelo's name on it cannot meet another Kelo's."""
+        # A session bus for this desktop alone: Kelo's name on it cannot meet another Kelo's.
         self.env["DBUS_SESSION_BUS_ADDRESS"] = self._first_line(
             ["dbus-daemon", "--session", "--nofork", "--print-address={fd}"], self.env)
 
     def _start_window_manager(self, name):
         manager = WINDOW_MANAGERS[name]
-        with open(os.path.join(self.scratch, "i3.conf"), "w", encoding="utf-8") as f:
-            f.write("# i3 config file (v4)\nfont pango:monospace 8\n")
+        self.write("i3.conf", "# i3 config file (v4)\nfont pango:monospace 8\n")
         # fluxbox sets the wallpaper with fbsetbg, which complains in a window of its own when it
         # finds no program to do it with.
-        fbsetbg = os.path.join(self.scratch, "bin", "fbsetbg")
-        with open(fbsetbg, "w", encoding="utf-8") as f:
-            f.write("#!/bin/sh\nexit 0\n")
-        os.chmod(fbsetbg, 0o755)
+        os.chmod(self.write("bin/fbsetbg", "#!/bin/sh\nexit 0\n"), 0o755)
         env = dict(self.env, PATH=os.path.join(self.scratch, "bin") + ":" + os.environ["PATH"])
         command = [word.format(scratch=self.scratch) for word in manager["command"]]
         self.spawn(command, env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        managed = wait_until(lambda: "window id" in self.run(
-            ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], check=False), bound=20)
-        if not managed:
-            raise RuntimeError("%s did not start" % name)
-        if not wait_until(lambda: self.compositing() == manager["compositing"], bound=20):
-            raise RuntimeError("%s did not %s compositing" %
-                               (name, "start" if manager["compositing"] else "stop"))
+        if not (wait_until(lambda: "window id" in self.run(
+                ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], check=False), bound=20) and
+                wait_until(lambda: self.compositing() == manager["compositing"], bound=20)):
+            raise RuntimeError("%s did not start, or not as compositing=%s" %
+                               (name, manager["compositing"]))
 
     def spawn(self, command, **options):
         process = subprocess.Popen(command, cwd=self.scratch, **options)
@@ -246,51 +236,30 @@ class Desktop:
 
     # Kelo and the other programs.
 
-    def write_data(self, name, tasks):
+    def write(self, name, text):
+        """Writes a file in the scratch folder; returns its path."""
         path = os.path.join(self.scratch, name)
+        os.makedirs(os.path.dirname(path), exist_ok=True)
         with open(path, "w", encoding="utf-8") as f:
-            json.dump(tasks, f)
-        return path
-
-    def write_preferences(self, text):
-        folder = os.path.join(self.scratch, "config", "Kelo")
-        os.makedirs(folder, exist_ok=True)
-        path = os.path.join(folder, "Kelo.conf")
-        with open(path, "w", encoding="utf-8") as f:
-            f.write(text)
+            f.write(text if isinstance(text, str) else json.dumps(text))
         return path
 
     def start_kelo(self, data_file=None, **variables):
         data_file = data_file or os.path.join(self.scratch, "todos.json")
-        env = dict(self.env, KELO_DATA=data_file, **variables)
-        return Kelo(self, data_file, env)
+        return Kelo(self, dict(self.env, KELO_DATA=data_file, **variables))
 
-    def start_application(self, geometry="300x200+100+300", window_type=None):
-        """An ordinary application window (xev, white) that prints the events it gets; returns
-        the process and the window. A `window_type` (_NET_WM_WINDOW_TYPE_DESKTOP) takes effect
-        on mapping again."""
+    def start_application(self, geometry="300x200+100+300"):
+        """An application window (xev, white) that prints the keys and clicks it gets; returns
+        the process and the window."""
         process = self.spawn(["stdbuf", "-oL", "xev", "-geometry", geometry, "-event", "keyboard",
                               "-event", "button"], env=self.env, stdout=subprocess.PIPE)
-        window = int(re.search(r"Outer window is (0x[0-9a-f]+)",
-                               read_line(process.stdout, SOON) or "").group(1), 16)
-        if window_type:
-            self.run(["xdotool", "windowunmap", "--sync", str(window)])
-            self.run(["xprop", "-id", str(window), "-f", "_NET_WM_WINDOW_TYPE", "32a", "-set",
-                      "_NET_WM_WINDOW_TYPE", window_type])
-            self.run(["xdotool", "windowmap", "--sync", str(window)])
-        return process, window
+        return process, int(re.search(r"Outer window is (0x[0-9a-f]+)",
+                                      read_line(process.stdout, SOON) or "").group(1), 16)
 
     def start_white_desktop(self):
-        """A desktop window over the whole screen: some compositors paint the root black, and a
-        white desktop shows what is black."""
-        return self.start_application("%dx%d+0+0" % (SCREEN_WIDTH, SCREEN_HEIGHT),
-                                      window_type="_NET_WM_WINDOW_TYPE_DESKTOP")
-
-    def add_top_panel(self, window, height):
-        """Makes the window reserve `height` pixels at the top of the screen, as a panel does."""
-        strut = [0, 0, height, 0, 0, 0, 0, 0, 0, SCREEN_WIDTH - 1, 0, 0]
-        self.run(["xprop", "-id", str(window), "-f", "_NET_WM_STRUT_PARTIAL", "32c", "-set",
-                  "_NET_WM_STRUT_PARTIAL", ",".join(map(str, strut))])
+        if read_line(self.spawn([HELPER, "backdrop"], env=self.env, stdout=subprocess.PIPE).stdout,
+                     SOON) is None:
+            raise RuntimeError("x11_helper backdrop did not start")
 
     # What the X server says.
 

@@ -43,7 +43,9 @@ class IslandFrameTest(DesktopTestCase):
     def test_a_top_panel_sets_the_notch_height_and_the_island_follows(self):
         island = self.start_closed()
         _, panel = self.desktop.start_application("%dx30+0+0" % (SCREEN_WIDTH - 200))
-        self.desktop.add_top_panel(panel, 30)
+        # It reserves those 30 pixels at the top of the screen, as a panel does.
+        self.desktop.run(["xprop", "-id", str(panel), "-f", "_NET_WM_STRUT_PARTIAL", "32c", "-set",
+                          "_NET_WM_STRUT_PARTIAL", "0,0,30,0,0,0,0,0,0,%d,0,0" % (SCREEN_WIDTH - 1)])
         taller = (CLOSED[0], 30)
         self.assertIsland(self.desktop.wait_for_island(island, taller), taller)
         self.assertStill(island)
@@ -69,7 +71,7 @@ class CompositorTest(DesktopTestCase):
         return self.desktop.screen_pixel(x + 30, height - 6)
 
     def test_the_shape_and_the_glass_follow_the_compositor(self):
-        self.desktop.write_preferences("[General]\ntheme=glass\nglassLook=dark\n")
+        self.desktop.write("config/Kelo/Kelo.conf", "[General]\ntheme=glass\nglassLook=dark\n")
         self.desktop.start_white_desktop()
         self.desktop.move_pointer(SCREEN_WIDTH // 2, 600)
         island = self.desktop.start_kelo().window()

@@ -1,5 +1,5 @@
 """The drawn island on a real X server, used with the pointer as a person would: a click opens
-it, an alert's Done completes its task in the data file, and the island's menu quits Kelo."""
+it, the island's menu quits Kelo, and an alert's Done completes its task in the data file."""
 
 import time
 import unittest
@@ -10,19 +10,29 @@ from desktop_rig import (ALERT, CLOSED_WITH_TASKS, OPEN, SCREEN_WIDTH, SETTLE, S
 
 class IslandViewsTest(DesktopTestCase):
 
-    def test_a_click_opens_the_closed_island(self):
-        data = self.desktop.write_data("todos.json", [task("water the plants", day=today_utc())])
-        island = self.desktop.start_kelo(data).window()
+    def test_a_click_opens_the_closed_island_and_its_menu_quits_kelo(self):
+        data = self.desktop.write("todos.json", [task("water the plants", day=today_utc())])
+        kelo = self.desktop.start_kelo(data)
+        island = kelo.window()
         self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
                           CLOSED_WITH_TASKS)
         self.desktop.click(SCREEN_WIDTH // 2, 10)
         self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
 
+        self.desktop.click(SCREEN_WIDTH // 2, 10, button=3)
+        menu = wait_until(lambda: len(self.desktop.run(
+            ["xdotool", "search", "--onlyvisible", "--pid", str(kelo.process.pid), "--class",
+             "^kelo$"], check=False).split()) > 1)
+        self.assertTrue(menu, "no menu appeared")
+        # The menu is keyboard navigable: upwards from the top wraps to "Quit Kelo".
+        self.desktop.key("Up", "Return")
+        self.assertEqual(kelo.process.wait(timeout=SOON), 0)
+
     def test_done_in_an_alert_completes_the_task(self):
         minute = minute_now_utc()
         if minute == 1439:
             self.skipTest("the day ends within the minute")
-        data = self.desktop.write_data("todos.json",
+        data = self.desktop.write("todos.json",
                                        [task("call the plumber", day=today_utc(), minute=minute)])
         island = self.desktop.start_kelo(data).window()
         self.assertIsland(self.desktop.wait_for_island(island, ALERT), ALERT)
@@ -34,18 +44,6 @@ class IslandViewsTest(DesktopTestCase):
 
         self.assertTrue(wait_until(lambda: "doneAt" in read_tasks(data)[0]),
                         "the data file does not show the task done")
-
-    def test_the_menu_quits_kelo(self):
-        kelo = self.desktop.start_kelo()
-        kelo.window()
-        self.desktop.click(SCREEN_WIDTH // 2, 10, button=3)
-        menu = wait_until(lambda: len(self.desktop.run(
-            ["xdotool", "search", "--onlyvisible", "--pid", str(kelo.process.pid), "--class",
-             "^kelo$"], check=False).split()) > 1)
-        self.assertTrue(menu, "no menu appeared")
-        # The menu is keyboard navigable: upwards from the top wraps to "Quit Kelo".
-        self.desktop.key("Up", "Return")
-        self.assertEqual(kelo.process.wait(timeout=SOON), 0)
 
 
 if __name__ == "__main__":

@@ -3,6 +3,8 @@
 //                           prints "bounding <x> <y> <w> <h>" and "input <x> <y> <w> <h>": the
 //                           extents of the window's shape regions, in its own coordinates
 //   x11_helper compositor   prints "yes" while a compositing manager runs, else "no"
+//   x11_helper backdrop     a white desktop window over the whole screen (some compositors paint
+//                           the root black); prints its id and runs until it is killed
 //   x11_helper first-frame <x> <y> <program>...
 //                           for the whole-process figures: starts the program and prints the
 //                           milliseconds until the screen pixel at <x>,<y> turns black (the island
@@ -76,6 +78,27 @@ int compositor(xcb_connection_t* xcb) {
     return 0;
 }
 
+int backdrop(xcb_connection_t* xcb, const xcb_screen_t* screen) {
+    const xcb_window_t id = xcb_generate_id(xcb);
+    const std::uint32_t white = screen->white_pixel;
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, id, screen->root, 0, 0, screen->width_in_pixels,
+                      screen->height_in_pixels, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      screen->root_visual, XCB_CW_BACK_PIXEL, &white);
+    // Typed before it is mapped, so that the window manager keeps it below every other window
+    // from the start; a type set later needs the window mapped again, which some managers trip on.
+    const xcb_atom_t desktop = atom(xcb, "_NET_WM_WINDOW_TYPE_DESKTOP");
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, id, atom(xcb, "_NET_WM_WINDOW_TYPE"),
+                        XCB_ATOM_ATOM, 32, 1, &desktop);
+    xcb_map_window(xcb, id);
+    xcb_flush(xcb);
+    std::printf("%u\n", id);
+    std::fflush(stdout);
+    while (xcb_generic_event_t* event = xcb_wait_for_event(xcb)) {
+        std::free(event);
+    }
+    return 0;
+}
+
 int firstFrame(xcb_connection_t* xcb, const xcb_screen_t* screen, std::int16_t x, std::int16_t y,
                char** program) {
     if (isBlack(xcb, screen->root, x, y)) {
@@ -127,12 +150,14 @@ int main(int argc, char** argv) {
     if (mode == "compositor") {
         return compositor(xcb);
     }
+    if (mode == "backdrop") {
+        return backdrop(xcb, screen);
+    }
     if (mode == "first-frame" && argc > 4) {
         return firstFrame(xcb, screen, static_cast<std::int16_t>(std::atoi(argv[2])),
                           static_cast<std::int16_t>(std::atoi(argv[3])), argv + 4);
     }
-    std::fprintf(
-        stderr,
-        "usage: x11_helper shape <window> | compositor | first-frame <x> <y> <program>...\n");
+    std::fprintf(stderr, "usage: x11_helper shape <window> | compositor | backdrop | first-frame "
+                         "<x> <y> <program>...\n");
     return 2;
 }
