@@ -70,44 +70,35 @@ class BusTest(DesktopTestCase):
             self.assertRegex(result.stdout, stdout)
         self.assertFalse(os.path.exists(self.data_file))
 
-    def test_added_tasks_reach_the_island_and_the_signal_at_once(self):
-        _, island = self.start()
+    def test_kelo_add_and_kelo_core_add_reach_the_running_kelo_and_the_signal_at_once(self):
+        kelo, island = self.start()
         monitor = self.desktop.spawn(
             ["dbus-monitor", "--session", "type='signal',interface='org.kelo.Kelo1'"],
             env=self.desktop.env, stdout=subprocess.PIPE)
         self.assertIsNotNone(read_line(monitor.stdout, SOON))  # the monitor's own greeting
-
         self.assertEqual(self.kelo("--add", "water the plants").returncode, 0)
+        self.assertEqual(self.kelo("--add", "   ").returncode, 1)
         self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
                           CLOSED_WITH_TASKS)
-        self.assertEqual([(task["title"], task.get("day")) for task in self.tasks()],
-                         [("water the plants", today_utc())])
         self.assertTrue(wait_until(lambda: "member=TasksChanged" in (
             read_line(monitor.stdout, 0.2) or "")), "no TasksChanged signal")
 
-        result = self.kelo("--add", "   ")
-        self.assertEqual(result.returncode, 1)
-        self.assertEqual(len(self.tasks()), 1)
-
-    def test_kelo_core_add_forwards_its_lines_to_the_running_kelo(self):
-        kelo, island = self.start()
         result = self.kelo_core_add(["milk 5pm", "", "dentist fri 3pm"])
         self.assertEqual(result.returncode, 0, result.stderr)
         answers = [json.loads(line) for line in result.stdout.splitlines()]
         self.assertEqual(len(answers), 3)
         self.assertIsNone(answers[1])
         # Each answer is the task as the saved file holds it.
-        self.assertEqual([answers[0], answers[2]], self.tasks())
-        self.assertEqual(answers[0]["title"], "milk")
-        self.assertEqual((answers[0]["day"], answers[0]["minute"]), (today_utc(), 1020))
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
-                          CLOSED_WITH_TASKS)
+        tasks = self.tasks()
+        self.assertEqual([answers[0], answers[2]], tasks[1:])
+        self.assertEqual([(task["title"], task["day"], task.get("minute")) for task in tasks[:2]],
+                         [("water the plants", today_utc(), None), ("milk", today_utc(), 1020)])
 
         # Kelo adds as its Today tab does, so a line meant for another tab is not forwarded.
         refused = self.kelo_core_add(["milk"], "--bucket", "backlog")
         self.assertEqual(refused.returncode, 1)
         self.assertIn("nothing was added", refused.stderr)
-        self.assertEqual(len(self.tasks()), 2)
+        self.assertEqual(len(self.tasks()), 3)
         self.assertIsNone(kelo.process.poll())
 
         # Without the running Kelo, kelo-core writes the file itself as before.
@@ -115,7 +106,8 @@ class BusTest(DesktopTestCase):
         kelo.process.wait()
         result = self.kelo_core_add(["bread"])
         self.assertEqual(result.returncode, 0, result.stderr)
-        self.assertEqual([task["title"] for task in self.tasks()], ["milk", "dentist", "bread"])
+        self.assertEqual([task["title"] for task in self.tasks()],
+                         ["water the plants", "milk", "dentist", "bread"])
 
     def test_a_second_kelo_on_the_same_file_is_refused_until_the_first_is_gone(self):
         # A relative path names the same file as the absolute one.
