@@ -364,6 +364,10 @@ class DesktopTestCase(unittest.TestCase):
         self.assertTrue(island_matches(extents, size),
                         "the island is at %s, not %s at the top centre" % (extents, size))
 
+    def assertStaysClosed(self, island, message):
+        self.assertFalse(wait_until(lambda: not island_matches(self.desktop.island(island), CLOSED),
+                                    bound=SETTLE), message)
+
 
 def island_matches(extents, size):
     """Whether the island's extents are those of an island of `size` hanging from the top centre

@@ -3,7 +3,7 @@ keyboard back to the application that had it."""
 
 import unittest
 
-from desktop_rig import CLOSED, OPEN, SETTLE, DesktopTestCase, island_matches, saw, wait_until
+from desktop_rig import CLOSED, OPEN, DesktopTestCase, saw, wait_until
 
 
 class HotKeyTest(DesktopTestCase):
@@ -27,8 +27,7 @@ class HotKeyTest(DesktopTestCase):
             self.assertTrue(saw(other, "keysym 0x78, x"), "the application receives no keys")
             self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
             self.assertStill(island)
-        self.assertFalse(wait_until(lambda: not island_matches(self.desktop.island(island), CLOSED),
-                                    bound=SETTLE), "the island opened again")
+        self.assertStaysClosed(island, "the island opened again")
 
     def test_closing_lets_go_of_the_keyboard_when_no_application_had_it(self):
         kelo = self.desktop.start_kelo()

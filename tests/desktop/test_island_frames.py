@@ -6,7 +6,7 @@ import time
 import unittest
 
 from desktop_rig import (BLACK, CLOSED, NOTCH_HEIGHT, PEEK, SCREEN_WIDTH, SETTLE, WINDOW,
-                         DesktopTestCase, island_matches, wait_until)
+                         DesktopTestCase, wait_until)
 
 FAR_BELOW = (SCREEN_WIDTH // 2, 600)
 
@@ -18,10 +18,6 @@ class IslandFrameTest(DesktopTestCase):
         island = self.desktop.start_kelo().window()
         self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
         return island
-
-    def assertStaysClosed(self, island, message):
-        self.assertFalse(wait_until(lambda: not island_matches(self.desktop.island(island), CLOSED),
-                                    bound=SETTLE), message)
 
     def test_hovering_the_outline_peeks_and_leaving_closes_without_taking_the_keyboard(self):
         _, other = self.start_other_application()
