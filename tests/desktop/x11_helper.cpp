@@ -129,10 +129,6 @@ int firstFrame(xcb_connection_t* xcb, const xcb_screen_t* screen, std::int16_t x
     return 0;
 }
 
-xcb_window_t windowId(const char* id) {
-    return static_cast<xcb_window_t>(std::strtoul(id, nullptr, 0));
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -145,7 +141,7 @@ int main(int argc, char** argv) {
     const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data;
     const std::string_view mode = argc > 1 ? argv[1] : "";
     if (mode == "shape" && argc > 2) {
-        return shape(xcb, windowId(argv[2]));
+        return shape(xcb, static_cast<xcb_window_t>(std::strtoul(argv[2], nullptr, 0)));
     }
     if (mode == "compositor") {
         return compositor(xcb);
