@@ -326,10 +326,9 @@ private Q_SLOTS:
         QFETCH(QVariant, value);
         const char* property = QTest::currentDataTag();
         Rig rig;
-        QObject* owner = nullptr;
-        for (QObject* candidate : std::initializer_list<QObject*>{
-                 rig.model.get(), rig.model->preferences(), rig.model->launchAtLogin()}) {
-            owner = candidate->metaObject()->indexOfProperty(property) < 0 ? owner : candidate;
+        QObject* owner = rig.model.get();
+        for (QObject* other : QObjectList{rig.model->preferences(), rig.model->launchAtLogin()}) {
+            owner = other->metaObject()->indexOfProperty(property) < 0 ? owner : other;
         }
         const QMetaObject& meta = *owner->metaObject();
         QSignalSpy spy(owner, meta.property(meta.indexOfProperty(property)).notifySignal());

@@ -21,12 +21,10 @@ ViewTest {
     // The label beside the notch and the peek's line under it.
     function test_nextLabel_data() {
         return [
-            { tag: "a task this minute", tasks: [[540, false]], text: "now", kind: "countdown",
-              line: "task" },
+            { tag: "a task this minute", tasks: [[540, false]], text: "now", kind: "countdown", line: "task" },
             { tag: "60 minutes ahead", tasks: [[null, false], [600, false]], text: "60m",
               kind: "countdown", line: "task" },
-            { tag: "61 minutes ahead", tasks: [[601, false]], text: "10:01", kind: "countdown",
-              line: "task" },
+            { tag: "61 minutes ahead", tasks: [[601, false]], text: "10:01", kind: "countdown", line: "task" },
             { tag: "a done task ahead is not next", tasks: [[565, true], [null, false]],
               text: "1", kind: "left", line: "1 left today" },
             { tag: "no task today", tasks: [], text: "", kind: "nothing",

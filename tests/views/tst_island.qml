@@ -84,21 +84,6 @@ ViewTest {
         compare(rig.model.mode.kind, Island.Open)
     }
 
-    // The standard island is dark; the glass one follows its look, but only with the glass
-    // material and never while closed.
-    function test_theGlassIslandFollowsItsLook() {
-        makeIsland()
-        rig.model.preferences.theme = Island.Glass
-        rig.model.preferences.glassLook = Island.Light
-        rig.model.open(false)
-        verify(IslandPalette.dark)
-        rig.model.glassMaterial = true
-        verify(!IslandPalette.dark)
-        compare(IslandPalette.ink, Qt.rgba(0, 0, 0, 1))
-        rig.model.escape()
-        verify(IslandPalette.dark)
-    }
-
     function test_menuEntriesAndTheirEffects() {
         const menu = make(menuComponent)
         menu.entries = menu.build()
@@ -127,16 +112,27 @@ ViewTest {
             .filter(tile => tile.visible).map(tile => tile.label)
     }
 
-    function test_glassIsOfferedOnlyWithTheGlassMaterial() {
+    // Glass is offered only with the glass material, its look only with glass. The standard
+    // island is dark; the glass one follows its look, but only with the material and never while
+    // closed.
+    function test_glass() {
+        makeIsland()
         rig.model.preferences.theme = Island.Glass
-        const view = make(settingsComponent)
-        compare(tiles(view), ["Standard"])
-        verify(!view.glassLookShown, "a stored glass theme shows no look without the material")
+        rig.model.preferences.glassLook = Island.Light
+        rig.model.open(false)
+        const page = make(settingsComponent)
+        compare(tiles(page), ["Standard"])
+        verify(!page.glassLookShown, "a stored glass theme shows no look without the material")
+        verify(IslandPalette.dark)
         rig.model.glassMaterial = true
-        compare(tiles(view), ["Standard", "Glass"])
-        verify(view.glassLookShown)
+        compare(tiles(page), ["Standard", "Glass"])
+        verify(page.glassLookShown)
+        verify(!IslandPalette.dark)
+        compare(IslandPalette.ink, Qt.rgba(0, 0, 0, 1))
+        rig.model.escape()
+        verify(IslandPalette.dark)
         rig.model.preferences.theme = Island.Standard
-        verify(!view.glassLookShown)
+        verify(!page.glassLookShown)
     }
 
     // The switch reads the login item when the page is built; when the desktop refuses a
@@ -146,12 +142,10 @@ ViewTest {
         const toggle = findChild(make(settingsComponent), "launchAtLogin")
         verify(toggle.on)
         mouseClick(toggle)
-        verify(!toggle.on)
-        verify(!rig.model.launchAtLogin.enabled)
+        verify(!toggle.on && !rig.model.launchAtLogin.enabled, "switched off")
         verify(rig.blockAutostart())
         mouseClick(toggle)
-        verify(!rig.model.launchAtLogin.enabled)
-        verify(!toggle.on)
+        verify(!toggle.on && !rig.model.launchAtLogin.enabled, "refused, back off")
     }
 
     // Each draws in its tint, and only inside its own square.

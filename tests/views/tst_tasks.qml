@@ -120,10 +120,9 @@ ViewTest {
         const row = rowNamed(make(pageComponent), "standup")
         rig.model.editing = id
         tryVerify(() => row.titleField.activeFocus)
+        row.titleField.cursorPosition = row.titleField.text.length
         if (data.clear)
             row.titleField.selectAll()
-        else
-            row.titleField.cursorPosition = row.titleField.text.length
         data.keys.forEach(key => keyClick(key))
         compare(rig.model.editing, "")
         compare(rig.task(id).title, data.title)
