@@ -10,16 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace kelo {
 
-namespace {
-
-bool writeFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    return QDir().mkpath(path.section(u'/', 0, -2)) && file.open(QIODevice::WriteOnly) &&
-           file.write(bytes) == bytes.size();
-}
-
-} // namespace
-
 // The login item in a scratch autostart folder, with its log lines kept.
 class LaunchAtLoginTest : public QObject {
     Q_OBJECT
@@ -31,6 +21,11 @@ class LaunchAtLoginTest : public QObject {
     QByteArray written() const {
         QFile file(item_->entryPath());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    static bool writeFile(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        return QDir().mkpath(path.section(u'/', 0, -2)) && file.open(QIODevice::WriteOnly) &&
+               file.write(bytes) == bytes.size();
     }
 
 private Q_SLOTS:
