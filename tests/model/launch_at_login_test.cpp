@@ -10,16 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace kelo {
 
-namespace {
-
-bool writeFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    return QDir().mkpath(path.section(u'/', 0, -2)) && file.open(QIODevice::WriteOnly) &&
-           file.write(bytes) == bytes.size();
-}
-
-} // namespace
-
 // The login item in a scratch autostart folder, with its log lines kept.
 class LaunchAtLoginTest : public QObject {
     Q_OBJECT
@@ -32,6 +22,11 @@ class LaunchAtLoginTest : public QObject {
         QFile file(item_->entryPath());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
+    static bool writeFile(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        return QDir().mkpath(path.section(u'/', 0, -2)) && file.open(QIODevice::WriteOnly) &&
+               file.write(bytes) == bytes.size();
+    }
 
 private Q_SLOTS:
     void init() {
@@ -42,6 +37,8 @@ private Q_SLOTS:
                                    [this](std::string_view line) { log_.emplace_back(line); }});
     }
 
+    // Registering and unregistering; then each failure logged once: the entry a folder with
+    // something in it, the autostart folder a regular file.
     void registerAndUnregister() {
         QVERIFY(!item_->isEnabled());
         item_->refreshStaleEntry(); // never registers
@@ -59,45 +56,36 @@ private Q_SLOTS:
         QVERIFY(!item_->isEnabled() && !QFile::exists(item_->entryPath()));
         item_->setEnabled(false);
         QVERIFY(log_.empty());
-    }
-
-    // The autostart folder is a regular file, or the entry a folder with something in it.
-    void failuresAreLoggedOnce_data() {
-        QTest::addColumn<bool>("on");
-        QTest::newRow("register") << true;
-        QTest::newRow("unregister") << false;
-    }
-
-    void failuresAreLoggedOnce() {
-        QFETCH(bool, on);
-        QVERIFY(on ? writeFile(item_->entryPath().section(u'/', 0, -2), "not a folder")
-                   : QDir().mkpath(item_->entryPath() % u"/inside"_s));
-        item_->setEnabled(on);
+        QVERIFY(QDir().mkpath(item_->entryPath() % u"/inside"_s));
+        item_->setEnabled(false);
         QCOMPARE(log_.size(), 1u);
-        const std::string_view prefix = "Kelo: launch at login failed: ";
-        QVERIFY(log_[0].starts_with(prefix) && log_[0].size() > prefix.size());
+        const QString folder = item_->entryPath().section(u'/', 0, -2);
+        QVERIFY(QDir(folder).removeRecursively() && writeFile(folder, "not a folder"));
+        item_->setEnabled(true);
         QVERIFY(!item_->isEnabled());
+        QCOMPARE(log_.size(), 2u);
+        const std::string_view prefix = "Kelo: launch at login failed: ";
+        for (const std::string& line : log_) {
+            QVERIFY(line.starts_with(prefix) && line.size() > prefix.size());
+        }
     }
 
     // An entry that is on is refreshed when what its Exec= starts (@exec@, `program` in the
-    // scratch folder, there when `present`) cannot run.
+    // scratch folder, there when `present`) cannot run. Each entry is under "[Desktop Entry]".
     void refreshStaleEntry_data() {
         QTest::addColumn<QString>("program");
         QTest::addColumn<bool>("present");
         QTest::addColumn<QByteArray>("entry");
         QTest::addColumn<bool>("refreshed");
-        const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=@exec@\n";
+        const QByteArray plain = "Type=Application\nExec=@exec@";
         QTest::newRow("program moved away") << u"build/shell/kelo"_s << false << plain << true;
         QTest::newRow("program in place") << u"My $Apps/100% kelo"_s << true << plain << false;
         QTest::newRow("a folder, not a program") << u"config"_s << false << plain << true;
         QTest::newRow("switched off")
-            << u"gone/kelo"_s << false << QByteArray("[Desktop Entry]\nExec=@exec@\nHidden=true\n")
-            << false;
-        QTest::newRow("found on the PATH")
-            << QString() << false << QByteArray("[Desktop Entry]\nExec=sh -c true\n") << false;
-        QTest::newRow("no Exec") << QString() << false << QByteArray("[Desktop Entry]\n") << true;
-        QTest::newRow("broken quoting")
-            << QString() << false << QByteArray("[Desktop Entry]\nExec=\"/bin/sh\n") << true;
+            << u"gone/kelo"_s << false << "Exec=@exec@\nHidden=true"_ba << false;
+        QTest::newRow("found on the PATH") << QString() << false << "Exec=sh -c true"_ba << false;
+        QTest::newRow("no Exec") << QString() << false << QByteArray() << true;
+        QTest::newRow("broken quoting") << QString() << false << "Exec=\"/bin/sh"_ba << true;
     }
 
     void refreshStaleEntry() {
@@ -109,7 +97,8 @@ private Q_SLOTS:
             QVERIFY(writeFile(path, "#!/bin/sh\n"));
             QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner));
         }
-        const QByteArray before = entry.replace("@exec@", LaunchAtLogin::execValue(path).toUtf8());
+        const QByteArray before =
+            "[Desktop Entry]\n" % entry.replace("@exec@", LaunchAtLogin::execValue(path).toUtf8());
         QVERIFY(writeFile(item_->entryPath(), before));
         item_->refreshStaleEntry();
         const QByteArray after = written();

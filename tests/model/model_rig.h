@@ -102,11 +102,6 @@ struct Rig {
                  std::optional<std::int64_t> minute = std::nullopt) {
         return model->store().add(title, std::move(day), minute).value();
     }
-    std::optional<Todo> task(const Uuid& id) const {
-        const auto& todos = model->store().todos();
-        const auto found = std::ranges::find(todos, id, &Todo::id);
-        return found == todos.end() ? std::nullopt : std::optional(*found);
-    }
 
     QTemporaryDir folder;
     FakePlatform platform;

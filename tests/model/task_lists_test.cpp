@@ -87,15 +87,11 @@ private Q_SLOTS:
         QStringList shown;
         for (const TaskRow& row :
              make(rig.model->store().todos(), rig.now, rig.model->calendar())) {
+            const QString tint = row.tint == SectionTint::Overdue ? u"!"_s : QString();
+            const QString title = row.task ? qtText(row.task->title) % u' ' : QString();
             const QString text = qtText(row.text).replace(QChar(0x202f), u' ');
-            if (row.kind == RowKind::Section) {
-                shown << (row.tint == SectionTint::Overdue ? u"!"_s : QString()) % text;
-            } else if (row.kind == RowKind::NowLine) {
-                shown << u"now"_s;
-            } else {
-                shown << (text.isEmpty() ? qtText(row.task->title)
-                                         : qtText(row.task->title) % u' ' % text);
-            }
+            shown << (row.kind == RowKind::NowLine ? u"now"_s
+                                                   : QString(tint % title % text).trimmed());
         }
         QTEST(shown.join(u'/'), "rows");
     }

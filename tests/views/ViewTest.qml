@@ -24,11 +24,7 @@ TestCase {
 
     // The items below `item` for which `matches` holds, not looking inside those.
     function childrenWhere(item, matches) {
-        let found = []
-        for (let i = 0; i < item.children.length; ++i) {
-            const child = item.children[i]
-            found = found.concat(matches(child) ? [child] : childrenWhere(child, matches))
-        }
-        return found
+        return Array.from(item.children).reduce(
+            (found, child) => found.concat(matches(child) ? [child] : childrenWhere(child, matches)), [])
     }
 }

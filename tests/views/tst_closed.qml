@@ -18,17 +18,21 @@ ViewTest {
             rig.addTask("task", "today", minute === null ? undefined : minute, done)
     }
 
+    // The label beside the notch and the peek's line under it.
     function test_nextLabel_data() {
         return [
-            { tag: "a task this minute", tasks: [[540, false]], text: "now", kind: "countdown" },
-            { tag: "60 minutes ahead", tasks: [[600, false]], text: "60m", kind: "countdown" },
-            { tag: "61 minutes ahead", tasks: [[601, false]], text: "10:01", kind: "countdown" },
+            { tag: "a task this minute", tasks: [[540, false]], text: "now", kind: "countdown", line: "task" },
+            { tag: "60 minutes ahead", tasks: [[null, false], [600, false]], text: "60m",
+              kind: "countdown", line: "task" },
+            { tag: "61 minutes ahead", tasks: [[601, false]], text: "10:01", kind: "countdown", line: "task" },
             { tag: "a done task ahead is not next", tasks: [[565, true], [null, false]],
-              text: "1", kind: "left" },
-            { tag: "no task today", tasks: [], text: "", kind: "nothing" },
+              text: "1", kind: "left", line: "1 left today" },
+            { tag: "no task today", tasks: [], text: "", kind: "nothing",
+              line: "Nothing today. Click to plan." },
             { tag: "3 of 5 left", tasks: [[null, true], [null, true], [null, false], [null, false],
-                                          [480, false]], text: "3", kind: "left" },
-            { tag: "all done", tasks: [[null, true], [480, true]], text: "", kind: "allDone" },
+                                          [480, false]], text: "3", kind: "left", line: "3 left today" },
+            { tag: "all done", tasks: [[null, true], [480, true]], text: "", kind: "allDone",
+              line: "All done for today" },
         ]
     }
 
@@ -37,6 +41,7 @@ ViewTest {
         const label = make(labelComponent)
         compare(label.kind, data.kind)
         compare(label.text, data.text)
+        compare(make(peekComponent).line, data.line)
     }
 
     // The countdown follows the clock; the wide label shows a later time in full.
@@ -52,33 +57,12 @@ ViewTest {
         compare(label.text, "11:02\u202fAM")
     }
 
-    function test_peekLine_data() {
-        return [
-            { tag: "the next timed task", tasks: [[null, false], [600, false]], line: "task" },
-            { tag: "nothing today", tasks: [], line: "Nothing today. Click to plan." },
-            { tag: "all done", tasks: [[null, true]], line: "All done for today" },
-            { tag: "tasks left", tasks: [[null, true], [null, false], [480, false]],
-              line: "2 left today" },
-        ]
-    }
-
-    function test_peekLine(data) {
-        plan(data.tasks)
-        compare(make(peekComponent).line, data.line)
-    }
-
     // The arc springs to its new share.
-    function test_ring_data() {
-        return [
-            { tag: "nothing today", done: 0, total: 0, sweep: 0 },
-            { tag: "two of five", done: 2, total: 5, sweep: 144 },
-        ]
-    }
-
-    function test_ring(data) {
+    function test_ring() {
         const ring = createTemporaryObject(ringComponent, test, { progress: { done: 0, total: 0 } })
-        ring.progress = { done: data.done, total: data.total }
-        tryVerify(() => Math.abs(ring.sweep - data.sweep) < 1, 3000)
+        compare(ring.sweep, 0)
+        ring.progress = { done: 2, total: 5 }
+        tryVerify(() => Math.abs(ring.sweep - 144) < 1, 3000)
     }
 
     // The bell swings and comes to rest the other way; both buttons close the island without a

@@ -2,13 +2,24 @@ import QtQuick
 import Kelo
 import KeloTest
 
-// The island's frame: its outline in each mode, what clicks on it do, and its context menu.
+// The island's frame: its outline in each mode, what clicks on it do, its context menu and its
+// settings page (glass only with the glass material, its look only with glass, a login switch that
+// shows what the desktop really did); and every icon it names.
 ViewTest {
     id: test
     name: "Island"
 
     Component { id: viewComponent; IslandView { width: 800; height: 520 } }
     Component { id: menuComponent; IslandMenu {} }
+    Component { id: settingsComponent; SettingsView { width: 600 } }
+    Component {
+        id: stageComponent
+        Item {
+            property alias icon: icon
+            width: 48; height: 48
+            Icon { id: icon; x: 18; y: 18; size: 12; color: "red" }
+        }
+    }
 
     // The island of a day with a task at six.
     function makeIsland() {
@@ -73,21 +84,6 @@ ViewTest {
         compare(rig.model.mode.kind, Island.Open)
     }
 
-    // The standard island is dark; the glass one follows its look, but only with the glass
-    // material and never while closed.
-    function test_theGlassIslandFollowsItsLook() {
-        makeIsland()
-        rig.model.preferences.theme = Island.Glass
-        rig.model.preferences.glassLook = Island.Light
-        rig.model.open(false)
-        verify(IslandPalette.dark)
-        rig.model.glassMaterial = true
-        verify(!IslandPalette.dark)
-        compare(IslandPalette.ink, Qt.rgba(0, 0, 0, 1))
-        rig.model.escape()
-        verify(IslandPalette.dark)
-    }
-
     function test_menuEntriesAndTheirEffects() {
         const menu = make(menuComponent)
         menu.entries = menu.build()
@@ -108,5 +104,68 @@ ViewTest {
         compare(rig.calls.length, 2)
         verify(/^reveal \/.*\/Kelo\/todos\.json$/.test(rig.calls[0]), "the default data file")
         compare(rig.calls[1], "quit")
+    }
+
+    // The labels of the theme tiles shown.
+    function tiles(item) {
+        return childrenWhere(item, child => child.theme !== undefined && child.chosen !== undefined)
+            .filter(tile => tile.visible).map(tile => tile.label)
+    }
+
+    // Glass is offered only with the glass material, its look only with glass. The standard
+    // island is dark; the glass one follows its look, but only with the material and never while
+    // closed.
+    function test_glass() {
+        makeIsland()
+        rig.model.preferences.theme = Island.Glass
+        rig.model.preferences.glassLook = Island.Light
+        rig.model.open(false)
+        const page = make(settingsComponent)
+        compare(tiles(page), ["Standard"])
+        verify(!page.glassLookShown, "a stored glass theme shows no look without the material")
+        verify(IslandPalette.dark)
+        rig.model.glassMaterial = true
+        compare(tiles(page), ["Standard", "Glass"])
+        verify(page.glassLookShown)
+        verify(!IslandPalette.dark)
+        compare(IslandPalette.ink, Qt.rgba(0, 0, 0, 1))
+        rig.model.escape()
+        verify(IslandPalette.dark)
+        rig.model.preferences.theme = Island.Standard
+        verify(!page.glassLookShown)
+    }
+
+    // The switch reads the login item when the page is built; when the desktop refuses a
+    // change, it goes back.
+    function test_launchAtLogin() {
+        rig.model.launchAtLogin.enabled = true
+        const toggle = findChild(make(settingsComponent), "launchAtLogin")
+        verify(toggle.on)
+        mouseClick(toggle)
+        verify(!toggle.on && !rig.model.launchAtLogin.enabled, "switched off")
+        verify(rig.blockAutostart())
+        mouseClick(toggle)
+        verify(!toggle.on && !rig.model.launchAtLogin.enabled, "refused, back off")
+    }
+
+    // Each draws in its tint, and only inside its own square.
+    function test_everyIconDrawsInItsSquare() {
+        for (const name of ["bell.fill", "checkmark", "checkmark.circle.fill", "circle", "gearshape",
+                            "gearshape.fill", "sun.max", "sun.max.fill", "calendar",
+                            "calendar.badge.clock", "trash", "tray.fill", "plus", "chevron.left"]) {
+            const stage = createTemporaryObject(stageComponent, test, { "icon.name": name })
+            waitForRendering(stage)
+            const image = grabImage(stage)
+            const drawn = [0, 0] // inside, outside
+            for (let x = 0; x < 48; ++x) {
+                for (let y = 0; y < 48; ++y) {
+                    // Red on the window's white, antialiased edges included.
+                    if (image.green(x, y) <= 160 && image.red(x, y) >= 200)
+                        ++drawn[x >= 17 && x < 31 && y >= 17 && y < 31 ? 0 : 1]
+                }
+            }
+            verify(drawn[0] > 8, name + " drew " + drawn[0] + " pixels")
+            compare(drawn[1], 0, name + " stays in its square")
+        }
     }
 }

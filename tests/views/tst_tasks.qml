@@ -21,27 +21,26 @@ ViewTest {
         return found
     }
 
+    // On the 6th, on Today, unless a row says otherwise.
     function test_chipsThatAreOn_data() {
         return [
-            { tag: "today on a Saturday is also the weekend", day: 8, bucket: Island.Today,
-              draft: "swim", days: ["Today", "Weekend"], times: ["Anytime"] },
-            { tag: "a backlog draft has no day, so no time", day: 6, bucket: Island.Backlog,
+            { tag: "today on a Saturday is also the weekend", day: 8, draft: "swim",
+              days: ["Today", "Weekend"], times: ["Anytime"] },
+            { tag: "a backlog draft has no day, so no time", bucket: Island.Backlog,
               draft: "learn Rust", days: ["Backlog"], times: [] },
-            { tag: "Upcoming plans tomorrow", day: 6, bucket: Island.Upcoming, draft: "swim",
+            { tag: "Upcoming plans tomorrow", bucket: Island.Upcoming, draft: "swim",
               days: ["Tomorrow"], times: ["Anytime"] },
-            { tag: "an offered time", day: 6, bucket: Island.Today, draft: "swim 3pm",
-              days: ["Today"], times: ["3 PM"] },
-            { tag: "a time not offered", day: 6, bucket: Island.Today, draft: "swim 10:15am",
-              days: ["Today"], times: [] },
-            { tag: "midnight is a time, not anytime", day: 6, bucket: Island.Upcoming,
-              draft: "swim fri 12am", days: ["Tomorrow"], times: [] },
+            { tag: "an offered time", draft: "swim 3pm", days: ["Today"], times: ["3 PM"] },
+            { tag: "a time not offered", draft: "swim 10:15am", days: ["Today"], times: [] },
+            { tag: "midnight is a time, not anytime", bucket: Island.Upcoming, draft: "swim fri 12am",
+              days: ["Tomorrow"], times: [] },
         ]
     }
 
     function test_chipsThatAreOn(data) {
-        rig.startAt(2025, 3, data.day, 9, 0)
+        rig.startAt(2025, 3, data.day || 6, 9, 0)
         const chips = findChild(make(fieldComponent), "whenChips")
-        rig.model.bucket = data.bucket
+        rig.model.bucket = data.bucket || Island.Today
         rig.model.draft = data.draft
         compare(chips.days.filter(chips.dayOn).map(choice => choice.label), data.days)
         compare(chips.times.filter(chips.timeOn).map(choice => choice.label), data.times)
@@ -66,28 +65,26 @@ ViewTest {
         tryVerify(() => view.input.activeFocus)
     }
 
+    // With `backlog` ideas in the backlog; without an `action`, the empty state offers none.
     function test_emptyStates_data() {
         return [
-            { tag: "today, nothing anywhere", bucket: Island.Today, backlog: 0,
-              title: "Clear day", action: "" },
+            { tag: "today, nothing anywhere", bucket: Island.Today, title: "Clear day" },
             { tag: "today, three in the backlog", bucket: Island.Today, backlog: 3,
               title: "Clear day", action: "Open Backlog (3)" },
-            { tag: "upcoming", bucket: Island.Upcoming, backlog: 1, title: "Nothing planned",
-              action: "" },
-            { tag: "backlog", bucket: Island.Backlog, backlog: 0, title: "Backlog is empty",
-              action: "" },
+            { tag: "upcoming", bucket: Island.Upcoming, backlog: 1, title: "Nothing planned" },
+            { tag: "backlog", bucket: Island.Backlog, title: "Backlog is empty" },
         ]
     }
 
     function test_emptyStates(data) {
-        for (let n = 0; n < data.backlog; ++n)
+        for (let n = 0; n < (data.backlog || 0); ++n)
             rig.addTask("idea " + n)
         rig.model.bucket = data.bucket
         const empty = childrenWhere(make(pageComponent).taskList.rows,
                                     child => child.title !== undefined && child.visible)[0]
         compare(empty.title, data.title)
-        compare(empty.actionText, data.action)
-        if (data.action !== "") {
+        compare(empty.actionText, data.action || "")
+        if (data.action) {
             empty.action()
             compare(rig.model.bucket, Island.Backlog)
         }
@@ -123,10 +120,9 @@ ViewTest {
         const row = rowNamed(make(pageComponent), "standup")
         rig.model.editing = id
         tryVerify(() => row.titleField.activeFocus)
+        row.titleField.cursorPosition = row.titleField.text.length
         if (data.clear)
             row.titleField.selectAll()
-        else
-            row.titleField.cursorPosition = row.titleField.text.length
         data.keys.forEach(key => keyClick(key))
         compare(rig.model.editing, "")
         compare(rig.task(id).title, data.title)
@@ -160,9 +156,8 @@ ViewTest {
     // a phrase or the chip applied, the task's day and time, whether the editor stays open and red.
     function test_scheduleEditor_data() {
         return [
-            { tag: "empty: nothing changes", phrase: " \t", day: "2025-03-06", open: false },
-            { tag: "understood: moved, the time kept", phrase: "tomorrow", day: "2025-03-07",
-              open: false },
+            { tag: "empty: nothing changes", phrase: " \t", day: "2025-03-06" },
+            { tag: "understood: moved, the time kept", phrase: "tomorrow", day: "2025-03-07" },
             { tag: "not understood: stays open, red", phrase: "blah", day: "2025-03-06", open: true,
               bad: true },
             { tag: "a time chip plans a backlog task today", chip: 900, day: "2025-03-06", open: true },
@@ -182,7 +177,7 @@ ViewTest {
         }
         compare(rig.task(id).day, data.day)
         compare(rig.task(id).minute, 900)
-        compare(rig.model.scheduling === id, data.open)
+        compare(rig.model.scheduling === id, data.open === true)
         compare(view.bad, data.bad === true)
         view.phrase = "blah!" // any edit clears the red outline
         verify(!view.bad)

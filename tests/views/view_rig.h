@@ -31,12 +31,9 @@ public:
     // undefined; `minute` a number or undefined.
     Q_INVOKABLE QString addTask(const QString& title, const QVariant& day = {},
                                 const QVariant& minute = {}, bool done = false) {
-        std::optional<DayKey> key;
-        if (!day.isNull()) {
-            key = day.toString() == u"today" ? rig_->today() : stdText(day.toString());
-        }
+        const DayKey key = day.toString() == u"today" ? rig_->today() : stdText(day.toString());
         const Todo task =
-            rig_->addTask(stdText(title), key,
+            rig_->addTask(stdText(title), day.isNull() ? std::nullopt : std::optional(key),
                           minute.isNull() ? std::nullopt : std::optional(minute.toLongLong()));
         if (done) {
             rig_->model->store().toggle(task.id, rig_->now);
@@ -44,7 +41,7 @@ public:
         return idText(task.id);
     }
     Q_INVOKABLE QVariant task(const QString& id) const {
-        const auto found = idFrom(id) ? rig_->task(*idFrom(id)) : std::nullopt;
+        const Todo* found = idFrom(id) ? rig_->model->store().find(*idFrom(id)) : nullptr;
         return found ? QVariant::fromValue(taskValue(*found)) : QVariant();
     }
     // Lets time pass, running the delayed work that falls due, and ticks.
