@@ -39,7 +39,8 @@ struct Behaviour {
     bool offersShortcuts = true;
     bool errorReply = false; // the refused method fails rather than answering
 };
-using Portal = std::optional<Behaviour>; // none: no portal on the bus at all
+using Portal = std::optional<Behaviour>;                  // none: no portal on the bus at all
+using Shortcuts = QList<std::pair<QString, QVariantMap>>; // id and properties of each
 
 // The desktop portal's global shortcuts, on a connection and a thread of its own: it answers
 // while PortalHotKey::isAvailable blocks the test's thread. Each Response goes out before its
@@ -90,19 +91,9 @@ public:
                                                     : QVariant(session_));
         } else if (message.member() == u"BindShortcuts"_s &&
                    arguments.constFirst().value<QDBusObjectPath>().path() == session_) {
-            const auto shortcuts = arguments.at(1).value<QDBusArgument>();
-            QVariantList entries; // [id, properties] for each
-            shortcuts.beginArray();
-            while (!shortcuts.atEnd()) {
-                QString id;
-                QVariantMap properties;
-                shortcuts.beginStructure();
-                shortcuts >> id >> properties;
-                shortcuts.endStructure();
-                entries.append(QVariant(QVariantList{id, properties}));
-            }
-            shortcuts.endArray();
-            Q_EMIT bound(session_, entries);
+            Shortcuts shortcuts;
+            arguments.at(1).value<QDBusArgument>() >> shortcuts;
+            Q_EMIT bound(session_, shortcuts);
         } else {
             return false;
         }
@@ -121,7 +112,7 @@ public:
     }
 
 Q_SIGNALS:
-    void bound(const QString& session, const QVariantList& shortcuts);
+    void bound(const QString& session, const Shortcuts& shortcuts);
 
 private:
     Behaviour behaviour_;
@@ -186,11 +177,11 @@ private Q_SLOTS:
         const auto type = testing::scopedVariable("XDG_SESSION_TYPE", sessionType);
         std::optional<FakePortal> fake;
         QString session;
-        QVariantList shortcuts;
+        Shortcuts shortcuts;
         if (portal) {
             fake.emplace(*portal);
             connect(&*fake, &FakePortal::bound, this,
-                    [&](const QString& created, const QVariantList& bound) {
+                    [&](const QString& created, const Shortcuts& bound) {
                         session = created;
                         shortcuts = bound;
                     });
@@ -217,7 +208,7 @@ private Q_SLOTS:
         QTRY_VERIFY2(!shortcuts.isEmpty(), qPrintable(log_.join(u'\n')));
         const QVariantMap properties{{u"description"_s, u"Open or close the Kelo island"_s},
                                      {u"preferred_trigger"_s, u"CTRL+ALT+t"_s}};
-        QCOMPARE(shortcuts, (QVariantList{QVariantList{u"toggle-island"_s, properties}}));
+        QCOMPARE(shortcuts, (Shortcuts{{u"toggle-island"_s, properties}}));
         // Presses arrive in order, so the two that must be ignored are seen before the third.
         fake->activate(portalPath % u"/session/1_99/other"_s, u"toggle-island"_s);
         fake->activate(session, u"another-shortcut"_s);

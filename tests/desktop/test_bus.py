@@ -8,7 +8,7 @@ import subprocess
 import unittest
 
 from desktop_rig import (CLOSED, CLOSED_WITH_TASKS, KELO, OPEN, SOON, DesktopTestCase, read_line,
-                         read_tasks, today_utc, wait_until)
+                         now_utc, read_tasks, wait_until)
 
 KELO_CORE = os.environ.get("KELO_CORE_BIN", "kelo-core")
 
@@ -41,19 +41,19 @@ class BusTest(DesktopTestCase):
         self.data_file = os.path.join(self.desktop.scratch, name)
         kelo = self.desktop.start_kelo(self.data_file)
         island = kelo.window()
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        self.assertIsland(island, CLOSED)
         return kelo, island
 
     def test_toggle_opens_and_closes_the_island_and_open_add_gives_it_the_keyboard(self):
         _, island = self.start()
         self.assertEqual(self.kelo("--toggle").returncode, 0)
-        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
+        self.assertIsland(island, OPEN)
         self.assertEqual(self.kelo("--toggle").returncode, 0)
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        self.assertIsland(island, CLOSED)
 
         self.desktop.run(["dbus-send", "--session", "--print-reply", "--dest=" + bus_name(
             self.data_file), "/org/kelo/Kelo", "org.kelo.Kelo1.OpenAdd"])
-        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
+        self.assertIsland(island, OPEN)
         self.assertTrue(wait_until(lambda: self.desktop.active_window() == island))
 
     def test_the_command_line_answers_without_a_display_or_a_running_kelo(self):
@@ -78,8 +78,7 @@ class BusTest(DesktopTestCase):
         self.assertIsNotNone(read_line(monitor.stdout, SOON))  # the monitor's own greeting
         self.assertEqual(self.kelo("--add", "water the plants").returncode, 0)
         self.assertEqual(self.kelo("--add", "   ").returncode, 1)
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
-                          CLOSED_WITH_TASKS)
+        self.assertIsland(island, CLOSED_WITH_TASKS)
         self.assertTrue(wait_until(lambda: "member=TasksChanged" in (
             read_line(monitor.stdout, 0.2) or "")), "no TasksChanged signal")
 
@@ -91,8 +90,9 @@ class BusTest(DesktopTestCase):
         # Each answer is the task as the saved file holds it.
         tasks = self.tasks()
         self.assertEqual([answers[0], answers[2]], tasks[1:])
+        today = now_utc()[0]
         self.assertEqual([(task["title"], task["day"], task.get("minute")) for task in tasks[:2]],
-                         [("water the plants", today_utc(), None), ("milk", today_utc(), 1020)])
+                         [("water the plants", today, None), ("milk", today, 1020)])
 
         # Kelo adds as its Today tab does, so a line meant for another tab is not forwarded.
         refused = self.kelo_core_add(["milk"], "--bucket", "backlog")
@@ -133,7 +133,7 @@ class BusTest(DesktopTestCase):
         line = "Kelo: could not register ⌃⌥T (10). Click the notch instead."
         self.assertTrue(wait_until(lambda: line in second.log()), second.log())
         self.assertNotIn(line, first.log())
-        self.assertIsland(self.desktop.island(island), CLOSED)
+        self.assertIsland(island, CLOSED)
         names = lambda: self.desktop.run(["dbus-send", "--session", "--print-reply",
                                           "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
                                           "org.freedesktop.DBus.ListNames"])
