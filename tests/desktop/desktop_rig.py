@@ -41,15 +41,15 @@ FLARE = 10
 
 BLACK = (0, 0, 0)
 
-# What each window manager is started with; "compositing" is whether a compositing manager runs
-# with it. Each gets a bare configuration in the scratch home.
+# What each window manager is started with, and whether a compositing manager runs with it. Each
+# gets a bare configuration in the scratch home.
 WINDOW_MANAGERS = {
-    "openbox": {"command": ["openbox", "--sm-disable"], "compositing": False},
-    "xfwm4": {"command": ["xfwm4", "--compositor=off"], "compositing": False},
-    "xfwm4-compositor": {"command": ["xfwm4", "--compositor=on"], "compositing": True},
-    "metacity": {"command": ["metacity", "--sm-disable"], "compositing": True},
-    "fluxbox": {"command": ["fluxbox"], "compositing": False},
-    "i3": {"command": ["i3", "-c", "{scratch}/i3.conf"], "compositing": False},
+    "openbox": (["openbox", "--sm-disable"], False),
+    "xfwm4": (["xfwm4", "--compositor=off"], False),
+    "xfwm4-compositor": (["xfwm4", "--compositor=on"], True),
+    "metacity": (["metacity", "--sm-disable"], True),
+    "fluxbox": (["fluxbox"], False),
+    "i3": (["i3", "-c", "{scratch}/i3.conf"], False),
 }
 WM = os.environ.get("KELO_TEST_WM", "openbox")
 
@@ -110,8 +110,6 @@ def now_utc():
 
 
 class Kelo:
-    """One running kelo process."""
-
     def __init__(self, desktop, env):
         self.desktop = desktop
         self.log_path = os.path.join(desktop.scratch, "kelo-%d.log" % len(desktop.processes))
@@ -121,16 +119,16 @@ class Kelo:
     def log(self):
         return pathlib.Path(self.log_path).read_text(encoding="utf-8", errors="replace")
 
+    def windows(self):
+        """Kelo's visible windows: the island's, and its menu's while that shows."""
+        return self.desktop.run(["xdotool", "search", "--all", "--onlyvisible", "--pid",
+                                 str(self.process.pid), "--class", "^kelo$"], check=False).split()
+
     def window(self):
         """The island's window id; fails the test when it does not appear."""
-        def find():
-            found = self.desktop.run(
-                ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.process.pid),
-                 "--class", "^kelo$"], check=False).split()
-            return int(found[0]) if len(found) == 1 else None
-        window = wait_until(find)
-        assert window, "no island window appeared; log:\n" + self.log()
-        return window
+        found = wait_until(lambda: len(self.windows()) == 1) and self.windows()
+        assert found, "no island window appeared; log:\n" + self.log()
+        return int(found[0])
 
 
 class Desktop:
@@ -184,19 +182,18 @@ class Desktop:
             ["dbus-daemon", "--session", "--nofork", "--print-address={fd}"], self.env)
 
     def _start_window_manager(self, name):
-        manager = WINDOW_MANAGERS[name]
+        command, compositing = WINDOW_MANAGERS[name]
         self.write("i3.conf", "# i3 config file (v4)\nfont pango:monospace 8\n")
         # fluxbox sets the wallpaper with fbsetbg, which complains in a window of its own when it
         # finds no program to do it with.
         os.chmod(self.write("bin/fbsetbg", "#!/bin/sh\nexit 0\n"), 0o755)
         env = dict(self.env, PATH=os.path.join(self.scratch, "bin") + ":" + os.environ["PATH"])
-        command = [word.format(scratch=self.scratch) for word in manager["command"]]
-        self.spawn(command, env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.spawn([word.format(scratch=self.scratch) for word in command], env=env,
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         if not (wait_until(lambda: "window id" in self.run(
                 ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], check=False), bound=20) and
-                wait_until(lambda: self.compositing() == manager["compositing"], bound=20)):
-            raise RuntimeError("%s did not start, or not as compositing=%s" %
-                               (name, manager["compositing"]))
+                wait_until(lambda: self.compositing() == compositing, bound=20)):
+            raise RuntimeError("%s did not start, or not as compositing=%s" % (name, compositing))
 
     def spawn(self, command, **options):
         process = subprocess.Popen(command, cwd=self.scratch, **options)
@@ -241,18 +238,14 @@ class Desktop:
 
     def geometry(self, window):
         info = self.run(["xwininfo", "-id", str(window)])
-        value = lambda label: int(re.search(label + r":\s+(-?\d+)", info).group(1))
-        return (value("Absolute upper-left X"), value("Absolute upper-left Y"),
-                value("Width"), value("Height"))
+        return tuple(int(re.search(label + r":\s+(-?\d+)", info).group(1)) for label in
+                     ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
 
     def shape(self, window):
         """The extents of the window's bounding and input regions, in screen coordinates."""
         left, top, _, _ = self.geometry(window)
-        extents = {}
-        for line in self.run([HELPER, "shape", str(window)]).splitlines():
-            name, x, y, width, height = line.split()
-            extents[name] = (left + int(x), top + int(y), int(width), int(height))
-        return extents
+        return {name: (left + int(x), top + int(y), int(width), int(height)) for name, x, y, width,
+                height in map(str.split, self.run([HELPER, "shape", str(window)]).splitlines())}
 
     def island(self, window):
         """Where the island is on the screen: the extents of its window's input region."""
@@ -283,7 +276,8 @@ class Desktop:
 
     def point(self, x, y, click=None):
         """Moves the pointer to x, y and, given a button, clicks it there."""
-        self.run(["xdotool", "mousemove", str(x), str(y), *(["click", str(click)] if click else [])])
+        click = ["click", str(click)] if click else []
+        self.run(["xdotool", "mousemove", str(x), str(y), *click])
 
     def key(self, *keys):
         self.run(["xdotool", "key", *keys])

@@ -27,11 +27,6 @@ QDBusConnection connection() {
                                          u"test-"_s % QString::number(++count));
 }
 
-// ":1.42" becomes "1_42", as in the portal's request and session paths.
-QString pathElement(const QString& uniqueName) {
-    return uniqueName.mid(1).replace(u'.', u'_');
-}
-
 struct Behaviour {
     QString refusedMethod; // answered with `code` rather than success
     uint code = 0;
@@ -80,12 +75,14 @@ public:
         if (message.member() == u"Get"_s && behaviour_.offersShortcuts) { // the version
             return bus_.send(message.createReply(QVariant::fromValue(QDBusVariant(1U))));
         }
+        // The caller's session or request: ":1.42" with the token "t" gives ".../1_42/t".
+        const auto callersPath = [&](const QString& kind, const QString& tokenOption) -> QString {
+            return portalPath % kind % message.service().mid(1).replace(u'.', u'_') % u'/' %
+                   qdbus_cast<QVariantMap>(arguments.constLast()).value(tokenOption).toString();
+        };
         QVariantMap results;
         if (message.member() == u"CreateSession"_s) {
-            session_ = portalPath % u"/session/"_s % pathElement(message.service()) % u'/' %
-                       qdbus_cast<QVariantMap>(arguments.constLast())
-                           .value(u"session_handle_token"_s)
-                           .toString();
+            session_ = callersPath(u"/session/"_s, u"session_handle_token"_s);
             results.insert(u"session_handle"_s, behaviour_.sessionAsPath
                                                     ? QVariant::fromValue(QDBusObjectPath(session_))
                                                     : QVariant(session_));
@@ -97,9 +94,7 @@ public:
         } else {
             return false;
         }
-        const QString request =
-            portalPath % u"/request/"_s % pathElement(message.service()) % u'/' %
-            qdbus_cast<QVariantMap>(arguments.constLast()).value(u"handle_token"_s).toString();
+        const QString request = callersPath(u"/request/"_s, u"handle_token"_s);
         const bool refused = message.member() == behaviour_.refusedMethod;
         if (refused && behaviour_.errorReply) {
             return false;
@@ -130,17 +125,7 @@ namespace kelo::shell {
 class PortalHotKeyTest : public QObject {
     Q_OBJECT
 
-    QStringList log_;
-
-    LogSink logSink() {
-        return [this](std::string_view line) {
-            log_.append(QString::fromUtf8(line.data(), qsizetype(line.size())));
-        };
-    }
-
 private Q_SLOTS:
-    void init() { log_.clear(); }
-
     // Ctrl+Alt+T comes from the portal in a Wayland session whose bus offers it, else from the X11
     // grab. Through the portal Kelo binds it and hears only its own presses, or logs the refusal.
     void theHotKeyComesFromThePortalWhenTheSessionHasOne_data() {
@@ -186,14 +171,15 @@ private Q_SLOTS:
                         shortcuts = bound;
                     });
         }
-        const auto hotKey = makeHotKey(connection(), logSink());
+        QStringList log;
+        const auto hotKey = makeHotKey(
+            connection(), [&log](std::string_view line) { log.append(QString::fromUtf8(line)); });
         QCOMPARE(qobject_cast<GlobalHotKey*>(hotKey.get()) != nullptr, status < 0);
         if (status < 0) {
             // Only a Wayland session that has to do without the portal tells how to bind a key.
-            QCOMPARE(log_, waylandDisplay || sessionType == "wayland"
-                               ? QStringList{QString::fromUtf8(wantingPortal.data(),
-                                                               qsizetype(wantingPortal.size()))}
-                               : QStringList());
+            QCOMPARE(log, waylandDisplay || sessionType == "wayland"
+                              ? QStringList{QString::fromUtf8(wantingPortal)}
+                              : QStringList());
             return;
         }
         QVERIFY(qobject_cast<PortalHotKey*>(hotKey.get()));
@@ -201,11 +187,11 @@ private Q_SLOTS:
         connect(hotKey.get(), &HotKey::activated, this, [&presses] { ++presses; });
         hotKey->registerCtrlAltT();
         if (status > 0) {
-            QTRY_COMPARE(log_, QStringList{QString::fromStdString(
-                                   registrationFailure(std::to_string(status)))});
+            QTRY_COMPARE(log, QStringList{QString::fromStdString(
+                                  registrationFailure(std::to_string(status)))});
             return;
         }
-        QTRY_VERIFY2(!shortcuts.isEmpty(), qPrintable(log_.join(u'\n')));
+        QTRY_VERIFY2(!shortcuts.isEmpty(), qPrintable(log.join(u'\n')));
         const QVariantMap properties{{u"description"_s, u"Open or close the Kelo island"_s},
                                      {u"preferred_trigger"_s, u"CTRL+ALT+t"_s}};
         QCOMPARE(shortcuts, (Shortcuts{{u"toggle-island"_s, properties}}));
@@ -216,7 +202,7 @@ private Q_SLOTS:
             fake->activate(session, u"toggle-island"_s);
             QTRY_COMPARE(presses, wanted);
         }
-        QCOMPARE(log_, QStringList());
+        QCOMPARE(log, QStringList());
     }
 };
 

@@ -5,7 +5,6 @@ bus of its own."""
 import json
 import os
 import subprocess
-import unittest
 
 from desktop_rig import (CLOSED, CLOSED_WITH_TASKS, KELO, OPEN, SOON, DesktopTestCase, read_line,
                          now_utc, read_tasks, wait_until)
@@ -24,18 +23,13 @@ def bus_name(data_file):
 class BusTest(DesktopTestCase):
 
     def kelo(self, *arguments, data_file=None):
-        env = dict(self.desktop.env, KELO_DATA=data_file or self.data_file)
-        return subprocess.run([KELO, *arguments], env=env, capture_output=True, text=True,
-                              timeout=SOON)
+        return subprocess.run([KELO, *arguments], capture_output=True, text=True, timeout=SOON,
+                              env=dict(self.desktop.env, KELO_DATA=data_file or self.data_file))
 
     def kelo_core_add(self, lines, *options):
-        return subprocess.run([KELO_CORE, "add", *options, self.data_file],
-                              env=self.desktop.env, input="".join(json.dumps(line) + "\n"
-                                                                   for line in lines),
+        return subprocess.run([KELO_CORE, "add", *options, self.data_file], env=self.desktop.env,
+                              input="".join(json.dumps(line) + "\n" for line in lines),
                               capture_output=True, text=True, timeout=SOON)
-
-    def tasks(self, data_file=None):
-        return read_tasks(data_file or self.data_file)
 
     def start(self, name="todos.json"):
         self.data_file = os.path.join(self.desktop.scratch, name)
@@ -88,7 +82,7 @@ class BusTest(DesktopTestCase):
         self.assertEqual(len(answers), 3)
         self.assertIsNone(answers[1])
         # Each answer is the task as the saved file holds it.
-        tasks = self.tasks()
+        tasks = read_tasks(self.data_file)
         self.assertEqual([answers[0], answers[2]], tasks[1:])
         today = now_utc()[0]
         self.assertEqual([(task["title"], task["day"], task.get("minute")) for task in tasks[:2]],
@@ -98,7 +92,7 @@ class BusTest(DesktopTestCase):
         refused = self.kelo_core_add(["milk"], "--bucket", "backlog")
         self.assertEqual(refused.returncode, 1)
         self.assertIn("nothing was added", refused.stderr)
-        self.assertEqual(len(self.tasks()), 3)
+        self.assertEqual(len(read_tasks(self.data_file)), 3)
         self.assertIsNone(kelo.process.poll())
 
         # Without the running Kelo, kelo-core writes the file itself as before.
@@ -106,7 +100,7 @@ class BusTest(DesktopTestCase):
         kelo.process.wait()
         result = self.kelo_core_add(["bread"])
         self.assertEqual(result.returncode, 0, result.stderr)
-        self.assertEqual([task["title"] for task in self.tasks()],
+        self.assertEqual([task["title"] for task in read_tasks(self.data_file)],
                          ["water the plants", "milk", "dentist", "bread"])
 
     def test_a_second_kelo_on_the_same_file_is_refused_until_the_first_is_gone(self):
@@ -141,10 +135,7 @@ class BusTest(DesktopTestCase):
         self.assertIn(bus_name(first_file), names())
 
         self.assertEqual(self.kelo("--add", "only in b", data_file=second_file).returncode, 0)
-        self.assertEqual([task["title"] for task in self.tasks(second_file)], ["only in b"])
+        self.assertEqual([task["title"] for task in read_tasks(second_file)], ["only in b"])
         self.assertFalse(os.path.exists(first_file))
         self.assertIsNone(first.process.poll())
 
-
-if __name__ == "__main__":
-    unittest.main()

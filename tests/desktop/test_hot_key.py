@@ -1,7 +1,6 @@
 """Ctrl+Alt+T on a real X server: it opens the island with the keyboard, and closing hands the
 keyboard back to the application that had it."""
 
-import unittest
 
 from desktop_rig import CLOSED, OPEN, DesktopTestCase, saw, wait_until
 
@@ -49,6 +48,3 @@ class HotKeyTest(DesktopTestCase):
             self.assertIn(state, properties)
         self.assertIn("_NET_WM_DESKTOP(CARDINAL) = 4294967295", properties)
 
-
-if __name__ == "__main__":
-    unittest.main()

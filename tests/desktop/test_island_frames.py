@@ -3,7 +3,6 @@ pointer entering its outline and never takes the keyboard, and that it follows a
 compositor starting and stopping."""
 
 import time
-import unittest
 
 from desktop_rig import (BLACK, CLOSED, NOTCH_HEIGHT, PEEK, SCREEN_WIDTH, SETTLE, WINDOW,
                          DesktopTestCase, wait_until)
@@ -42,8 +41,7 @@ class IslandFrameTest(DesktopTestCase):
         # It reserves those 30 pixels at the top of the screen, as a panel does.
         self.desktop.run(["xprop", "-id", str(panel), "-f", "_NET_WM_STRUT_PARTIAL", "32c", "-set",
                           "_NET_WM_STRUT_PARTIAL", "0,0,30,0,0,0,0,0,0,%d,0,0" % (SCREEN_WIDTH - 1)])
-        taller = (CLOSED[0], 30)
-        self.assertIsland(island, taller)
+        self.assertIsland(island, (CLOSED[0], 30))
         self.assertStill(island)
 
 
@@ -87,13 +85,8 @@ class CompositorTest(DesktopTestCase):
         self.assertTrue(wait_until(lambda: self.blur_requested(island)))
         # Dark glass over the white desktop: grey, neither black nor white.
         self.assertTrue(all(40 < value < 200 for value in self.open_glass(island)))
-        if compositor is None:
-            return
-        compositor.terminate()
-        compositor.wait()
-        self.assertTrue(wait_until(lambda: not self.blur_requested(island)))
-        self.assertTrue(wait_until(lambda: not self.composited(island)))
+        if compositor:
+            compositor.terminate()
+            self.assertTrue(wait_until(lambda: not self.blur_requested(island)))
+            self.assertTrue(wait_until(lambda: not self.composited(island)))
 
-
-if __name__ == "__main__":
-    unittest.main()

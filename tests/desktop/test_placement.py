@@ -1,7 +1,6 @@
 """The island under any window manager: one still window at the top centre, above the windows in
 use and in no task bar, painting nothing around the island and letting clicks there through."""
 
-import unittest
 
 from desktop_rig import (BLACK, CLOSED, NOTCH_HEIGHT, SCREEN_WIDTH, WINDOW, DesktopTestCase, saw,
                          wait_until)
@@ -45,6 +44,3 @@ class PlacementTest(DesktopTestCase):
                      (left + width - 2, NOTCH_HEIGHT - 2)):
             self.assertNotEqual(self.desktop.screen_pixel(x, y), BLACK, "painted at %d, %d" % (x, y))
 
-
-if __name__ == "__main__":
-    unittest.main()

@@ -5,7 +5,6 @@ import os
 import pathlib
 import struct
 import subprocess
-import unittest
 import zlib
 
 from desktop_rig import KELO, SOON, WINDOW, DesktopTestCase, now_utc, task, wait_until
@@ -73,6 +72,3 @@ class RunsTest(DesktopTestCase):
             self.assertTrue(drawn, name + " is blank")
         # Whether the glass shows the desktop through is checked on the screen (test_island_frames).
 
-
-if __name__ == "__main__":
-    unittest.main()
