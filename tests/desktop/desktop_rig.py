@@ -217,10 +217,7 @@ class Desktop:
                     process.kill()
         shutil.rmtree(self.scratch, ignore_errors=True)
 
-    # Kelo and the other programs.
-
     def write(self, name, text):
-        """Writes a file in the scratch folder; returns its path."""
         path = pathlib.Path(self.scratch, name)
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(text if isinstance(text, str) else json.dumps(text), encoding="utf-8")
@@ -233,8 +230,6 @@ class Desktop:
     def start_white_desktop(self):
         backdrop = self.spawn([HELPER, "backdrop"], env=self.env, stdout=subprocess.PIPE)
         assert read_line(backdrop.stdout, SOON), "x11_helper backdrop did not start"
-
-    # What the X server says.
 
     def geometry(self, window):
         info = self.run(["xwininfo", "-id", str(window)])
