@@ -7,6 +7,7 @@ for a state within a fixed bound. Only processes started here are stopped, each 
 import datetime
 import json
 import os
+import pathlib
 import re
 import select
 import shutil
@@ -40,15 +41,15 @@ FLARE = 10
 
 BLACK = (0, 0, 0)
 
-# What each window manager is started with; "compositing" is whether a compositing manager runs
-# with it. Each gets a bare configuration in the scratch home.
+# What each window manager is started with, and whether a compositing manager runs with it. Each
+# gets a bare configuration in the scratch home.
 WINDOW_MANAGERS = {
-    "openbox": {"command": ["openbox", "--sm-disable"], "compositing": False},
-    "xfwm4": {"command": ["xfwm4", "--compositor=off"], "compositing": False},
-    "xfwm4-compositor": {"command": ["xfwm4", "--compositor=on"], "compositing": True},
-    "metacity": {"command": ["metacity", "--sm-disable"], "compositing": True},
-    "fluxbox": {"command": ["fluxbox"], "compositing": False},
-    "i3": {"command": ["i3", "-c", "{scratch}/i3.conf"], "compositing": False},
+    "openbox": (["openbox", "--sm-disable"], False),
+    "xfwm4": (["xfwm4", "--compositor=off"], False),
+    "xfwm4-compositor": (["xfwm4", "--compositor=on"], True),
+    "metacity": (["metacity", "--sm-disable"], True),
+    "fluxbox": (["fluxbox"], False),
+    "i3": (["i3", "-c", "{scratch}/i3.conf"], False),
 }
 WM = os.environ.get("KELO_TEST_WM", "openbox")
 
@@ -93,8 +94,7 @@ def saw(process, text, bound=SOON):
 
 
 def read_tasks(path):
-    with open(path, encoding="utf-8") as f:
-        return json.load(f)
+    return json.loads(pathlib.Path(path).read_text(encoding="utf-8"))
 
 
 def task(title, **fields):
@@ -103,18 +103,13 @@ def task(title, **fields):
             **fields}
 
 
-def today_utc():
-    return datetime.datetime.now(datetime.timezone.utc).strftime("%Y-%m-%d")
-
-
-def minute_now_utc():
+def now_utc():
+    """Today and the minute of the day, read at one instant so that they agree at midnight."""
     now = datetime.datetime.now(datetime.timezone.utc)
-    return now.hour * 60 + now.minute
+    return now.strftime("%Y-%m-%d"), now.hour * 60 + now.minute
 
 
 class Kelo:
-    """One running kelo process."""
-
     def __init__(self, desktop, env):
         self.desktop = desktop
         self.log_path = os.path.join(desktop.scratch, "kelo-%d.log" % len(desktop.processes))
@@ -122,20 +117,18 @@ class Kelo:
             self.process = desktop.spawn([KELO], env=env, stdout=log, stderr=log)
 
     def log(self):
-        with open(self.log_path, encoding="utf-8", errors="replace") as f:
-            return f.read()
+        return pathlib.Path(self.log_path).read_text(encoding="utf-8", errors="replace")
+
+    def windows(self):
+        """Kelo's visible windows: the island's, and its menu's while that shows."""
+        return self.desktop.run(["xdotool", "search", "--all", "--onlyvisible", "--pid",
+                                 str(self.process.pid), "--class", "^kelo$"], check=False).split()
 
     def window(self):
         """The island's window id; fails the test when it does not appear."""
-        def find():
-            found = self.desktop.run(
-                ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.process.pid),
-                 "--class", "^kelo$"], check=False).split()
-            return int(found[0]) if len(found) == 1 else None
-        window = wait_until(find)
-        if window is None:
-            raise AssertionError("no island window appeared; log:\n" + self.log())
-        return window
+        found = wait_until(lambda: len(self.windows()) == 1) and self.windows()
+        assert found, "no island window appeared; log:\n" + self.log()
+        return int(found[0])
 
 
 class Desktop:
@@ -179,35 +172,28 @@ class Desktop:
                            "KELO_SNAPSHOT", "SESSION_MANAGER", "DBUS_SESSION_BUS_ADDRESS",
                            "XDG_SESSION_TYPE", "XDG_CURRENT_DESKTOP")
         }
-        self.env.update({
-            "DISPLAY": self.display,
-            "HOME": os.path.join(self.scratch, "home"),
-            "XDG_CONFIG_HOME": os.path.join(self.scratch, "config"),
-            "XDG_DATA_HOME": os.path.join(self.scratch, "data"),
-            "XDG_RUNTIME_DIR": os.path.join(self.scratch, "runtime"),
-            "TZ": "UTC",
-            "LANG": "C.UTF-8",
-            # No accessibility bus: the window managers built on GTK would start one.
-            "NO_AT_BRIDGE": "1",
-        })
+        folder = lambda name: os.path.join(self.scratch, name)
+        # NO_AT_BRIDGE: no accessibility bus, which the window managers built on GTK would start.
+        self.env.update(DISPLAY=self.display, HOME=folder("home"), XDG_CONFIG_HOME=folder("config"),
+                        XDG_DATA_HOME=folder("data"), XDG_RUNTIME_DIR=folder("runtime"), TZ="UTC",
+                        LANG="C.UTF-8", NO_AT_BRIDGE="1")
         # A session bus for this desktop alone: Kelo's name on it cannot meet another Kelo's.
         self.env["DBUS_SESSION_BUS_ADDRESS"] = self._first_line(
             ["dbus-daemon", "--session", "--nofork", "--print-address={fd}"], self.env)
 
     def _start_window_manager(self, name):
-        manager = WINDOW_MANAGERS[name]
+        command, compositing = WINDOW_MANAGERS[name]
         self.write("i3.conf", "# i3 config file (v4)\nfont pango:monospace 8\n")
         # fluxbox sets the wallpaper with fbsetbg, which complains in a window of its own when it
         # finds no program to do it with.
         os.chmod(self.write("bin/fbsetbg", "#!/bin/sh\nexit 0\n"), 0o755)
         env = dict(self.env, PATH=os.path.join(self.scratch, "bin") + ":" + os.environ["PATH"])
-        command = [word.format(scratch=self.scratch) for word in manager["command"]]
-        self.spawn(command, env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.spawn([word.format(scratch=self.scratch) for word in command], env=env,
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         if not (wait_until(lambda: "window id" in self.run(
                 ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], check=False), bound=20) and
-                wait_until(lambda: self.compositing() == manager["compositing"], bound=20)):
-            raise RuntimeError("%s did not start, or not as compositing=%s" %
-                               (name, manager["compositing"]))
+                wait_until(lambda: self.compositing() == compositing, bound=20)):
+            raise RuntimeError("%s did not start, or not as compositing=%s" % (name, compositing))
 
     def spawn(self, command, **options):
         process = subprocess.Popen(command, cwd=self.scratch, **options)
@@ -223,70 +209,42 @@ class Desktop:
     def close(self):
         # Newest first: Kelo and the helpers before the window manager and the server.
         for process in reversed(self.processes):
-            if process.poll() is None:
+            with process:  # which closes its pipe and waits for it
                 process.terminate()
                 try:
                     process.wait(timeout=5)
                 except subprocess.TimeoutExpired:
                     process.kill()
-                    process.wait()
-            if process.stdout:
-                process.stdout.close()
         shutil.rmtree(self.scratch, ignore_errors=True)
 
-    # Kelo and the other programs.
-
     def write(self, name, text):
-        """Writes a file in the scratch folder; returns its path."""
-        path = os.path.join(self.scratch, name)
-        os.makedirs(os.path.dirname(path), exist_ok=True)
-        with open(path, "w", encoding="utf-8") as f:
-            f.write(text if isinstance(text, str) else json.dumps(text))
-        return path
+        path = pathlib.Path(self.scratch, name)
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text if isinstance(text, str) else json.dumps(text), encoding="utf-8")
+        return str(path)
 
     def start_kelo(self, data_file=None, **variables):
         data_file = data_file or os.path.join(self.scratch, "todos.json")
         return Kelo(self, dict(self.env, KELO_DATA=data_file, **variables))
 
-    def start_application(self, geometry="300x200+100+300"):
-        """An application window (xev, white) that prints the keys and clicks it gets; returns
-        the process and the window."""
-        process = self.spawn(["stdbuf", "-oL", "xev", "-geometry", geometry, "-event", "keyboard",
-                              "-event", "button"], env=self.env, stdout=subprocess.PIPE)
-        return process, int(re.search(r"Outer window is (0x[0-9a-f]+)",
-                                      read_line(process.stdout, SOON) or "").group(1), 16)
-
     def start_white_desktop(self):
-        if read_line(self.spawn([HELPER, "backdrop"], env=self.env, stdout=subprocess.PIPE).stdout,
-                     SOON) is None:
-            raise RuntimeError("x11_helper backdrop did not start")
-
-    # What the X server says.
+        backdrop = self.spawn([HELPER, "backdrop"], env=self.env, stdout=subprocess.PIPE)
+        assert read_line(backdrop.stdout, SOON), "x11_helper backdrop did not start"
 
     def geometry(self, window):
         info = self.run(["xwininfo", "-id", str(window)])
-        value = lambda label: int(re.search(label + r":\s+(-?\d+)", info).group(1))
-        return (value("Absolute upper-left X"), value("Absolute upper-left Y"),
-                value("Width"), value("Height"))
+        return tuple(int(re.search(label + r":\s+(-?\d+)", info).group(1)) for label in
+                     ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
 
     def shape(self, window):
         """The extents of the window's bounding and input regions, in screen coordinates."""
         left, top, _, _ = self.geometry(window)
-        extents = {}
-        for line in self.run([HELPER, "shape", str(window)]).splitlines():
-            name, x, y, width, height = line.split()
-            extents[name] = (left + int(x), top + int(y), int(width), int(height))
-        return extents
+        return {name: (left + int(x), top + int(y), int(width), int(height)) for name, x, y, width,
+                height in map(str.split, self.run([HELPER, "shape", str(window)]).splitlines())}
 
     def island(self, window):
         """Where the island is on the screen: the extents of its window's input region."""
         return self.shape(window)["input"]
-
-    def wait_for_island(self, window, size, bound=SOON):
-        """The island's extents once they are those of an island of `size` at the top centre,
-        or the extents it still has after the bound."""
-        wait_until(lambda: island_matches(self.island(window), size), bound)
-        return self.island(window)
 
     def compositing(self):
         return self.run([HELPER, "compositor"]).strip() == "yes"
@@ -308,19 +266,13 @@ class Desktop:
         # Some window managers write 0 when no window is active, others remove the property.
         return int(match.group(1), 16) or None if match else None
 
-    def focused_window(self):
-        """The window that has the X input focus, whatever the window manager reports."""
-        text = self.run(["xdotool", "getwindowfocus"], check=False).strip()
-        return int(text) if text.isdigit() else None
-
     def properties(self, window, *names):
         return self.run(["xprop", "-id", str(window), *names])
 
-    def click(self, x, y, button=1):
-        self.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)])
-
-    def move_pointer(self, x, y):
-        self.run(["xdotool", "mousemove", str(x), str(y)])
+    def point(self, x, y, click=None):
+        """Moves the pointer to x, y and, given a button, clicks it there."""
+        click = ["click", str(click)] if click else []
+        self.run(["xdotool", "mousemove", str(x), str(y), *click])
 
     def key(self, *keys):
         self.run(["xdotool", "key", *keys])
@@ -334,7 +286,6 @@ class Desktop:
         return wait_until(attempt, step=0.2)
 
 
-
 class DesktopTestCase(unittest.TestCase):
     """A fresh desktop for every test, closed whatever the outcome."""
 
@@ -343,14 +294,19 @@ class DesktopTestCase(unittest.TestCase):
         self.addCleanup(self.desktop.close)
 
     def start_other_application(self, geometry="300x200+100+300"):
-        """Another application, holding the keyboard: its xev process and window."""
-        process, window = self.desktop.start_application(geometry)
+        """Another application (xev, white), holding the keyboard and printing the keys and clicks
+        it gets: its process and window."""
+        process = self.desktop.spawn(["stdbuf", "-oL", "xev", "-geometry", geometry, "-event",
+                                      "keyboard", "-event", "button"], env=self.desktop.env,
+                                     stdout=subprocess.PIPE)
+        window = int(re.search(r"Outer window is (0x[0-9a-f]+)",
+                               read_line(process.stdout, SOON) or "").group(1), 16)
         self.assertTrue(self.desktop.activate(window))
         return process, window
 
     def open_with_hot_key(self, island):
         self.desktop.key("ctrl+alt+t")
-        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
+        self.assertIsland(island, OPEN)
         self.assertTrue(wait_until(lambda: self.desktop.active_window() == island),
                         "the open island did not take the keyboard")
 
@@ -360,9 +316,11 @@ class DesktopTestCase(unittest.TestCase):
         self.assertEqual(self.desktop.geometry(window),
                          ((SCREEN_WIDTH - width) // 2, 0, width, height))
 
-    def assertIsland(self, extents, size):
-        self.assertTrue(island_matches(extents, size),
-                        "the island is at %s, not %s at the top centre" % (extents, size))
+    def assertIsland(self, window, size):
+        """The island becomes one of `size` hanging from the top centre within the bound."""
+        if not wait_until(lambda: island_matches(self.desktop.island(window), size)):
+            self.fail("the island is at %s, not %s at the top centre" %
+                      (self.desktop.island(window), size))
 
     def assertStaysClosed(self, island, message):
         self.assertFalse(wait_until(lambda: not island_matches(self.desktop.island(island), CLOSED),

@@ -27,11 +27,6 @@ QDBusConnection connection() {
                                          u"test-"_s % QString::number(++count));
 }
 
-// ":1.42" becomes "1_42", as in the portal's request and session paths.
-QString pathElement(const QString& uniqueName) {
-    return uniqueName.mid(1).replace(u'.', u'_');
-}
-
 struct Behaviour {
     QString refusedMethod; // answered with `code` rather than success
     uint code = 0;
@@ -39,7 +34,8 @@ struct Behaviour {
     bool offersShortcuts = true;
     bool errorReply = false; // the refused method fails rather than answering
 };
-using Portal = std::optional<Behaviour>; // none: no portal on the bus at all
+using Portal = std::optional<Behaviour>;                  // none: no portal on the bus at all
+using Shortcuts = QList<std::pair<QString, QVariantMap>>; // id and properties of each
 
 // The desktop portal's global shortcuts, on a connection and a thread of its own: it answers
 // while PortalHotKey::isAvailable blocks the test's thread. Each Response goes out before its
@@ -79,36 +75,26 @@ public:
         if (message.member() == u"Get"_s && behaviour_.offersShortcuts) { // the version
             return bus_.send(message.createReply(QVariant::fromValue(QDBusVariant(1U))));
         }
+        // The caller's session or request: ":1.42" with the token "t" gives ".../1_42/t".
+        const auto callersPath = [&](const QString& kind, const QString& tokenOption) -> QString {
+            return portalPath % kind % message.service().mid(1).replace(u'.', u'_') % u'/' %
+                   qdbus_cast<QVariantMap>(arguments.constLast()).value(tokenOption).toString();
+        };
         QVariantMap results;
         if (message.member() == u"CreateSession"_s) {
-            session_ = portalPath % u"/session/"_s % pathElement(message.service()) % u'/' %
-                       qdbus_cast<QVariantMap>(arguments.constLast())
-                           .value(u"session_handle_token"_s)
-                           .toString();
+            session_ = callersPath(u"/session/"_s, u"session_handle_token"_s);
             results.insert(u"session_handle"_s, behaviour_.sessionAsPath
                                                     ? QVariant::fromValue(QDBusObjectPath(session_))
                                                     : QVariant(session_));
         } else if (message.member() == u"BindShortcuts"_s &&
                    arguments.constFirst().value<QDBusObjectPath>().path() == session_) {
-            const auto shortcuts = arguments.at(1).value<QDBusArgument>();
-            QVariantList entries; // [id, properties] for each
-            shortcuts.beginArray();
-            while (!shortcuts.atEnd()) {
-                QString id;
-                QVariantMap properties;
-                shortcuts.beginStructure();
-                shortcuts >> id >> properties;
-                shortcuts.endStructure();
-                entries.append(QVariant(QVariantList{id, properties}));
-            }
-            shortcuts.endArray();
-            Q_EMIT bound(session_, entries);
+            Shortcuts shortcuts;
+            arguments.at(1).value<QDBusArgument>() >> shortcuts;
+            Q_EMIT bound(session_, shortcuts);
         } else {
             return false;
         }
-        const QString request =
-            portalPath % u"/request/"_s % pathElement(message.service()) % u'/' %
-            qdbus_cast<QVariantMap>(arguments.constLast()).value(u"handle_token"_s).toString();
+        const QString request = callersPath(u"/request/"_s, u"handle_token"_s);
         const bool refused = message.member() == behaviour_.refusedMethod;
         if (refused && behaviour_.errorReply) {
             return false;
@@ -121,7 +107,7 @@ public:
     }
 
 Q_SIGNALS:
-    void bound(const QString& session, const QVariantList& shortcuts);
+    void bound(const QString& session, const Shortcuts& shortcuts);
 
 private:
     Behaviour behaviour_;
@@ -139,17 +125,7 @@ namespace kelo::shell {
 class PortalHotKeyTest : public QObject {
     Q_OBJECT
 
-    QStringList log_;
-
-    LogSink logSink() {
-        return [this](std::string_view line) {
-            log_.append(QString::fromUtf8(line.data(), qsizetype(line.size())));
-        };
-    }
-
 private Q_SLOTS:
-    void init() { log_.clear(); }
-
     // Ctrl+Alt+T comes from the portal in a Wayland session whose bus offers it, else from the X11
     // grab. Through the portal Kelo binds it and hears only its own presses, or logs the refusal.
     void theHotKeyComesFromThePortalWhenTheSessionHasOne_data() {
@@ -186,23 +162,24 @@ private Q_SLOTS:
         const auto type = testing::scopedVariable("XDG_SESSION_TYPE", sessionType);
         std::optional<FakePortal> fake;
         QString session;
-        QVariantList shortcuts;
+        Shortcuts shortcuts;
         if (portal) {
             fake.emplace(*portal);
             connect(&*fake, &FakePortal::bound, this,
-                    [&](const QString& created, const QVariantList& bound) {
+                    [&](const QString& created, const Shortcuts& bound) {
                         session = created;
                         shortcuts = bound;
                     });
         }
-        const auto hotKey = makeHotKey(connection(), logSink());
+        QStringList log;
+        const auto hotKey = makeHotKey(
+            connection(), [&log](std::string_view line) { log.append(QString::fromUtf8(line)); });
         QCOMPARE(qobject_cast<GlobalHotKey*>(hotKey.get()) != nullptr, status < 0);
         if (status < 0) {
             // Only a Wayland session that has to do without the portal tells how to bind a key.
-            QCOMPARE(log_, waylandDisplay || sessionType == "wayland"
-                               ? QStringList{QString::fromUtf8(wantingPortal.data(),
-                                                               qsizetype(wantingPortal.size()))}
-                               : QStringList());
+            QCOMPARE(log, waylandDisplay || sessionType == "wayland"
+                              ? QStringList{QString::fromUtf8(wantingPortal)}
+                              : QStringList());
             return;
         }
         QVERIFY(qobject_cast<PortalHotKey*>(hotKey.get()));
@@ -210,14 +187,14 @@ private Q_SLOTS:
         connect(hotKey.get(), &HotKey::activated, this, [&presses] { ++presses; });
         hotKey->registerCtrlAltT();
         if (status > 0) {
-            QTRY_COMPARE(log_, QStringList{QString::fromStdString(
-                                   registrationFailure(std::to_string(status)))});
+            QTRY_COMPARE(log, QStringList{QString::fromStdString(
+                                  registrationFailure(std::to_string(status)))});
             return;
         }
-        QTRY_VERIFY2(!shortcuts.isEmpty(), qPrintable(log_.join(u'\n')));
+        QTRY_VERIFY2(!shortcuts.isEmpty(), qPrintable(log.join(u'\n')));
         const QVariantMap properties{{u"description"_s, u"Open or close the Kelo island"_s},
                                      {u"preferred_trigger"_s, u"CTRL+ALT+t"_s}};
-        QCOMPARE(shortcuts, (QVariantList{QVariantList{u"toggle-island"_s, properties}}));
+        QCOMPARE(shortcuts, (Shortcuts{{u"toggle-island"_s, properties}}));
         // Presses arrive in order, so the two that must be ignored are seen before the third.
         fake->activate(portalPath % u"/session/1_99/other"_s, u"toggle-island"_s);
         fake->activate(session, u"another-shortcut"_s);
@@ -225,7 +202,7 @@ private Q_SLOTS:
             fake->activate(session, u"toggle-island"_s);
             QTRY_COMPARE(presses, wanted);
         }
-        QCOMPARE(log_, QStringList());
+        QCOMPARE(log, QStringList());
     }
 };
 

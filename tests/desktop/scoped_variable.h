@@ -14,14 +14,11 @@ inline Value currentValue(const char* name) {
     return qEnvironmentVariableIsSet(name) ? Value(qgetenv(name)) : std::nullopt;
 }
 
-inline void setValue(const char* name, const Value& value) {
-    value ? void(qputenv(name, *value)) : void(qunsetenv(name));
-}
-
 // Sets or clears an environment variable until the returned guard goes out of scope.
 [[nodiscard]] inline auto scopedVariable(const char* name, const Value& value) {
-    auto restore = qScopeGuard([name, saved = currentValue(name)] { setValue(name, saved); });
-    setValue(name, value);
+    const auto set = [name](const Value& to) { to ? qputenv(name, *to) : qunsetenv(name); };
+    auto restore = qScopeGuard([set, saved = currentValue(name)] { set(saved); });
+    set(value);
     return restore;
 }
 

@@ -12,21 +12,13 @@ using testing::Value;
 
 const Value unset;
 
-std::vector<const char*> argv(std::initializer_list<const char*> arguments) {
+template <auto read> auto withArguments(std::initializer_list<const char*> arguments) {
     std::vector<const char*> all{"kelo"};
     all.insert(all.end(), arguments);
-    return all;
+    return read(static_cast<int>(all.size()), all.data());
 }
-
-std::optional<CommandLineAnswer> answer(std::initializer_list<const char*> arguments) {
-    const auto all = argv(arguments);
-    return answerCommandLine(static_cast<int>(all.size()), all.data());
-}
-
-std::optional<RemoteRequest> request(std::initializer_list<const char*> arguments) {
-    const auto all = argv(arguments);
-    return remoteRequest(static_cast<int>(all.size()), all.data());
-}
+constexpr auto answer = withArguments<answerCommandLine>;
+constexpr auto request = withArguments<remoteRequest>;
 
 } // namespace
 

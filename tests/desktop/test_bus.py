@@ -5,10 +5,9 @@ bus of its own."""
 import json
 import os
 import subprocess
-import unittest
 
 from desktop_rig import (CLOSED, CLOSED_WITH_TASKS, KELO, OPEN, SOON, DesktopTestCase, read_line,
-                         read_tasks, today_utc, wait_until)
+                         now_utc, read_tasks, wait_until)
 
 KELO_CORE = os.environ.get("KELO_CORE_BIN", "kelo-core")
 
@@ -24,36 +23,31 @@ def bus_name(data_file):
 class BusTest(DesktopTestCase):
 
     def kelo(self, *arguments, data_file=None):
-        env = dict(self.desktop.env, KELO_DATA=data_file or self.data_file)
-        return subprocess.run([KELO, *arguments], env=env, capture_output=True, text=True,
-                              timeout=SOON)
+        return subprocess.run([KELO, *arguments], capture_output=True, text=True, timeout=SOON,
+                              env=dict(self.desktop.env, KELO_DATA=data_file or self.data_file))
 
     def kelo_core_add(self, lines, *options):
-        return subprocess.run([KELO_CORE, "add", *options, self.data_file],
-                              env=self.desktop.env, input="".join(json.dumps(line) + "\n"
-                                                                   for line in lines),
+        return subprocess.run([KELO_CORE, "add", *options, self.data_file], env=self.desktop.env,
+                              input="".join(json.dumps(line) + "\n" for line in lines),
                               capture_output=True, text=True, timeout=SOON)
-
-    def tasks(self, data_file=None):
-        return read_tasks(data_file or self.data_file)
 
     def start(self, name="todos.json"):
         self.data_file = os.path.join(self.desktop.scratch, name)
         kelo = self.desktop.start_kelo(self.data_file)
         island = kelo.window()
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        self.assertIsland(island, CLOSED)
         return kelo, island
 
     def test_toggle_opens_and_closes_the_island_and_open_add_gives_it_the_keyboard(self):
         _, island = self.start()
         self.assertEqual(self.kelo("--toggle").returncode, 0)
-        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
+        self.assertIsland(island, OPEN)
         self.assertEqual(self.kelo("--toggle").returncode, 0)
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        self.assertIsland(island, CLOSED)
 
         self.desktop.run(["dbus-send", "--session", "--print-reply", "--dest=" + bus_name(
             self.data_file), "/org/kelo/Kelo", "org.kelo.Kelo1.OpenAdd"])
-        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
+        self.assertIsland(island, OPEN)
         self.assertTrue(wait_until(lambda: self.desktop.active_window() == island))
 
     def test_the_command_line_answers_without_a_display_or_a_running_kelo(self):
@@ -78,8 +72,7 @@ class BusTest(DesktopTestCase):
         self.assertIsNotNone(read_line(monitor.stdout, SOON))  # the monitor's own greeting
         self.assertEqual(self.kelo("--add", "water the plants").returncode, 0)
         self.assertEqual(self.kelo("--add", "   ").returncode, 1)
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
-                          CLOSED_WITH_TASKS)
+        self.assertIsland(island, CLOSED_WITH_TASKS)
         self.assertTrue(wait_until(lambda: "member=TasksChanged" in (
             read_line(monitor.stdout, 0.2) or "")), "no TasksChanged signal")
 
@@ -89,16 +82,17 @@ class BusTest(DesktopTestCase):
         self.assertEqual(len(answers), 3)
         self.assertIsNone(answers[1])
         # Each answer is the task as the saved file holds it.
-        tasks = self.tasks()
+        tasks = read_tasks(self.data_file)
         self.assertEqual([answers[0], answers[2]], tasks[1:])
+        today = now_utc()[0]
         self.assertEqual([(task["title"], task["day"], task.get("minute")) for task in tasks[:2]],
-                         [("water the plants", today_utc(), None), ("milk", today_utc(), 1020)])
+                         [("water the plants", today, None), ("milk", today, 1020)])
 
         # Kelo adds as its Today tab does, so a line meant for another tab is not forwarded.
         refused = self.kelo_core_add(["milk"], "--bucket", "backlog")
         self.assertEqual(refused.returncode, 1)
         self.assertIn("nothing was added", refused.stderr)
-        self.assertEqual(len(self.tasks()), 3)
+        self.assertEqual(len(read_tasks(self.data_file)), 3)
         self.assertIsNone(kelo.process.poll())
 
         # Without the running Kelo, kelo-core writes the file itself as before.
@@ -106,7 +100,7 @@ class BusTest(DesktopTestCase):
         kelo.process.wait()
         result = self.kelo_core_add(["bread"])
         self.assertEqual(result.returncode, 0, result.stderr)
-        self.assertEqual([task["title"] for task in self.tasks()],
+        self.assertEqual([task["title"] for task in read_tasks(self.data_file)],
                          ["water the plants", "milk", "dentist", "bread"])
 
     def test_a_second_kelo_on_the_same_file_is_refused_until_the_first_is_gone(self):
@@ -133,7 +127,7 @@ class BusTest(DesktopTestCase):
         line = "Kelo: could not register ⌃⌥T (10). Click the notch instead."
         self.assertTrue(wait_until(lambda: line in second.log()), second.log())
         self.assertNotIn(line, first.log())
-        self.assertIsland(self.desktop.island(island), CLOSED)
+        self.assertIsland(island, CLOSED)
         names = lambda: self.desktop.run(["dbus-send", "--session", "--print-reply",
                                           "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
                                           "org.freedesktop.DBus.ListNames"])
@@ -141,10 +135,7 @@ class BusTest(DesktopTestCase):
         self.assertIn(bus_name(first_file), names())
 
         self.assertEqual(self.kelo("--add", "only in b", data_file=second_file).returncode, 0)
-        self.assertEqual([task["title"] for task in self.tasks(second_file)], ["only in b"])
+        self.assertEqual([task["title"] for task in read_tasks(second_file)], ["only in b"])
         self.assertFalse(os.path.exists(first_file))
         self.assertIsNone(first.process.poll())
 
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,7 +1,6 @@
 """Ctrl+Alt+T on a real X server: it opens the island with the keyboard, and closing hands the
 keyboard back to the application that had it."""
 
-import unittest
 
 from desktop_rig import CLOSED, OPEN, DesktopTestCase, saw, wait_until
 
@@ -15,7 +14,7 @@ class HotKeyTest(DesktopTestCase):
         self.open_with_hot_key(island)
         self.desktop.key("Caps_Lock", "Escape")
         # The shape keeps the open island while the view animates down.
-        self.assertIsland(self.desktop.island(island), OPEN)
+        self.assertIsland(island, OPEN)
         for close in (None, lambda: self.desktop.key("ctrl+alt+t"),
                       lambda: self.desktop.activate(window)):
             if close:
@@ -25,7 +24,7 @@ class HotKeyTest(DesktopTestCase):
                             "the keyboard did not go back")
             self.desktop.key("x")
             self.assertTrue(saw(other, "keysym 0x78, x"), "the application receives no keys")
-            self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+            self.assertIsland(island, CLOSED)
             self.assertStill(island)
         self.assertStaysClosed(island, "the island opened again")
 
@@ -37,11 +36,11 @@ class HotKeyTest(DesktopTestCase):
         self.desktop.key("Escape")
         # With no window to hand back to, the window manager may leave _NET_ACTIVE_WINDOW as it
         # was; the input focus shows where the keyboard went.
-        self.assertTrue(wait_until(lambda: self.desktop.focused_window() != island),
-                        "the island kept the keyboard")
+        focus = lambda: self.desktop.run(["xdotool", "getwindowfocus"], check=False).strip()
+        self.assertTrue(wait_until(lambda: focus() != str(island)), "the island kept the keyboard")
         # Letting go unmaps and maps the window again; it must come back as the same panel.
         self.assertEqual(kelo.window(), island)
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        self.assertIsland(island, CLOSED)
         self.assertStill(island)
         properties = self.desktop.properties(island, "_NET_WM_STATE", "_NET_WM_DESKTOP")
         for state in ("_NET_WM_STATE_ABOVE", "_NET_WM_STATE_SKIP_TASKBAR",
@@ -49,6 +48,3 @@ class HotKeyTest(DesktopTestCase):
             self.assertIn(state, properties)
         self.assertIn("_NET_WM_DESKTOP(CARDINAL) = 4294967295", properties)
 
-
-if __name__ == "__main__":
-    unittest.main()

@@ -3,7 +3,6 @@ pointer entering its outline and never takes the keyboard, and that it follows a
 compositor starting and stopping."""
 
 import time
-import unittest
 
 from desktop_rig import (BLACK, CLOSED, NOTCH_HEIGHT, PEEK, SCREEN_WIDTH, SETTLE, WINDOW,
                          DesktopTestCase, wait_until)
@@ -14,21 +13,21 @@ FAR_BELOW = (SCREEN_WIDTH // 2, 600)
 class IslandFrameTest(DesktopTestCase):
 
     def start_closed(self):
-        self.desktop.move_pointer(*FAR_BELOW)
+        self.desktop.point(*FAR_BELOW)
         island = self.desktop.start_kelo().window()
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        self.assertIsland(island, CLOSED)
         return island
 
     def test_hovering_the_outline_peeks_and_leaving_closes_without_taking_the_keyboard(self):
         _, other = self.start_other_application()
         island = self.start_closed()
-        self.desktop.move_pointer((SCREEN_WIDTH - WINDOW[0]) // 2 + 20, NOTCH_HEIGHT // 2)
+        self.desktop.point((SCREEN_WIDTH - WINDOW[0]) // 2 + 20, NOTCH_HEIGHT // 2)
         self.assertStaysClosed(island, "the island peeked beside its outline")
-        self.desktop.move_pointer(SCREEN_WIDTH // 2, 5)
-        self.assertIsland(self.desktop.wait_for_island(island, PEEK), PEEK)
+        self.desktop.point(SCREEN_WIDTH // 2, 5)
+        self.assertIsland(island, PEEK)
         self.assertEqual(self.desktop.active_window(), other)
-        self.desktop.move_pointer(*FAR_BELOW)
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        self.desktop.point(*FAR_BELOW)
+        self.assertIsland(island, CLOSED)
         self.assertEqual(self.desktop.active_window(), other)
         self.assertStill(island)
 
@@ -38,12 +37,11 @@ class IslandFrameTest(DesktopTestCase):
 
     def test_a_top_panel_sets_the_notch_height_and_the_island_follows(self):
         island = self.start_closed()
-        _, panel = self.desktop.start_application("%dx30+0+0" % (SCREEN_WIDTH - 200))
+        _, panel = self.start_other_application("%dx30+0+0" % (SCREEN_WIDTH - 200))
         # It reserves those 30 pixels at the top of the screen, as a panel does.
         self.desktop.run(["xprop", "-id", str(panel), "-f", "_NET_WM_STRUT_PARTIAL", "32c", "-set",
                           "_NET_WM_STRUT_PARTIAL", "0,0,30,0,0,0,0,0,0,%d,0,0" % (SCREEN_WIDTH - 1)])
-        taller = (CLOSED[0], 30)
-        self.assertIsland(self.desktop.wait_for_island(island, taller), taller)
+        self.assertIsland(island, (CLOSED[0], 30))
         self.assertStill(island)
 
 
@@ -69,31 +67,26 @@ class CompositorTest(DesktopTestCase):
     def test_the_shape_and_the_glass_follow_the_compositor(self):
         self.desktop.write("config/Kelo/Kelo.conf", "[General]\ntheme=glass\nglassLook=dark\n")
         self.desktop.start_white_desktop()
-        self.desktop.move_pointer(SCREEN_WIDTH // 2, 600)
+        self.desktop.point(SCREEN_WIDTH // 2, 600)
         island = self.desktop.start_kelo().window()
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        self.assertIsland(island, CLOSED)
         compositor = None
         if not self.desktop.compositing():
             self.assertFalse(self.composited(island))
             self.assertEqual(self.open_glass(island), BLACK)
             self.desktop.key("Escape")
-            self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+            self.assertIsland(island, CLOSED)
             compositor = self.desktop.spawn(["xcompmgr"], env=self.desktop.env)
         self.assertTrue(wait_until(lambda: self.composited(island)), "the compositor went unseen")
         # The closed island is always black; a peeking one shows the glass.
         self.assertFalse(self.blur_requested(island))
-        self.desktop.move_pointer(SCREEN_WIDTH // 2, 5)
-        self.assertIsland(self.desktop.wait_for_island(island, PEEK), PEEK)
+        self.desktop.point(SCREEN_WIDTH // 2, 5)
+        self.assertIsland(island, PEEK)
         self.assertTrue(wait_until(lambda: self.blur_requested(island)))
         # Dark glass over the white desktop: grey, neither black nor white.
         self.assertTrue(all(40 < value < 200 for value in self.open_glass(island)))
-        if compositor is None:
-            return
-        compositor.terminate()
-        compositor.wait()
-        self.assertTrue(wait_until(lambda: not self.blur_requested(island)))
-        self.assertTrue(wait_until(lambda: not self.composited(island)))
+        if compositor:
+            compositor.terminate()
+            self.assertTrue(wait_until(lambda: not self.blur_requested(island)))
+            self.assertTrue(wait_until(lambda: not self.composited(island)))
 
-
-if __name__ == "__main__":
-    unittest.main()

@@ -4,10 +4,9 @@ add field, and the open island is as tall as its list. (The self-check and the v
 click through Qt; these go through the X server.)"""
 
 import time
-import unittest
 
 from desktop_rig import (ALERT, CLOSED_WITH_TASKS, NOTCH_HEIGHT, OPEN, SCREEN_WIDTH, SETTLE, SOON,
-                         DesktopTestCase, minute_now_utc, read_tasks, task, today_utc, wait_until)
+                         DesktopTestCase, now_utc, read_tasks, task, wait_until)
 
 # Where the open island's list starts: below the header, as high as the notch, then 10 apart the
 # add field (36 high) and the list.
@@ -18,36 +17,30 @@ ROW = 30
 class IslandViewsTest(DesktopTestCase):
 
     def test_a_click_opens_the_closed_island_and_its_menu_quits_kelo(self):
-        data = self.desktop.write("todos.json", [task("water the plants", day=today_utc())])
+        data = self.desktop.write("todos.json", [task("water the plants", day=now_utc()[0])])
         kelo = self.desktop.start_kelo(data)
         island = kelo.window()
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED_WITH_TASKS),
-                          CLOSED_WITH_TASKS)
-        self.desktop.click(SCREEN_WIDTH // 2, 10)
-        self.assertIsland(self.desktop.wait_for_island(island, OPEN), OPEN)
+        self.assertIsland(island, CLOSED_WITH_TASKS)
+        self.desktop.point(SCREEN_WIDTH // 2, 10, click=1)
+        self.assertIsland(island, OPEN)
 
-        self.desktop.click(SCREEN_WIDTH // 2, 10, button=3)
-        menu = wait_until(lambda: len(self.desktop.run(
-            ["xdotool", "search", "--onlyvisible", "--pid", str(kelo.process.pid), "--class",
-             "^kelo$"], check=False).split()) > 1)
-        self.assertTrue(menu, "no menu appeared")
+        self.desktop.point(SCREEN_WIDTH // 2, 10, click=3)
+        self.assertTrue(wait_until(lambda: len(kelo.windows()) > 1), "no menu appeared")
         # The menu is keyboard navigable: upwards from the top wraps to "Quit Kelo".
         self.desktop.key("Up", "Return")
         self.assertEqual(kelo.process.wait(timeout=SOON), 0)
 
     def test_done_in_an_alert_completes_the_task(self):
-        minute = minute_now_utc()
+        today, minute = now_utc()
         if minute == 1439:
             self.skipTest("the day ends within the minute")
-        data = self.desktop.write("todos.json",
-                                       [task("call the plumber", day=today_utc(), minute=minute)])
+        data = self.desktop.write("todos.json", [task("call the plumber", day=today, minute=minute)])
         island = self.desktop.start_kelo(data).window()
-        self.assertIsland(self.desktop.wait_for_island(island, ALERT), ALERT)
+        self.assertIsland(island, ALERT)
         # The island's shape takes the alert's size at once; the drawing springs into it.
         time.sleep(SETTLE)
         # "Done" sits at the right end of the alert's second row.
-        width, height = ALERT
-        self.desktop.click((SCREEN_WIDTH + width) // 2 - 40, height - 30)
+        self.desktop.point((SCREEN_WIDTH + ALERT[0]) // 2 - 40, ALERT[1] - 30, click=1)
 
         self.assertTrue(wait_until(lambda: "doneAt" in read_tasks(data)[0]),
                         "the data file does not show the task done")
@@ -83,6 +76,3 @@ class IslandViewsTest(DesktopTestCase):
         self.assertEqual(heights[1] - heights[0], 3 * (ROW + 2))
         self.assertEqual(heights[2], LIST_TOP + 330 + 14)
 
-
-if __name__ == "__main__":
-    unittest.main()

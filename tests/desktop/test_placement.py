@@ -1,7 +1,6 @@
 """The island under any window manager: one still window at the top centre, above the windows in
 use and in no task bar, painting nothing around the island and letting clicks there through."""
 
-import unittest
 
 from desktop_rig import (BLACK, CLOSED, NOTCH_HEIGHT, SCREEN_WIDTH, WINDOW, DesktopTestCase, saw,
                          wait_until)
@@ -18,7 +17,7 @@ class PlacementTest(DesktopTestCase):
         other, window = self.start_other_application("600x400+300+0")
         island = self.desktop.start_kelo().window()
         self.assertStill(island)
-        self.assertIsland(self.desktop.wait_for_island(island, CLOSED), CLOSED)
+        self.assertIsland(island, CLOSED)
         properties = self.desktop.properties(island, "WM_CLASS", "_NET_WM_STATE")
         self.assertIn('WM_CLASS(STRING) = "kelo", "kelo"', properties)
         for state in ("_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"):
@@ -27,7 +26,7 @@ class PlacementTest(DesktopTestCase):
         self.assertEqual(self.desktop.active_window(), window)
 
         # A click beside the island reaches the application and raises it, but not over the island.
-        self.desktop.click(*BESIDE)
+        self.desktop.point(*BESIDE, click=1)
         self.assertTrue(saw(other, "root:(%d,%d)" % BESIDE), "the click did not get through")
         self.assertTrue(wait_until(lambda: self.desktop.screen_pixel(*ISLAND_TOP) == BLACK),
                         "the island is under the application")
@@ -36,7 +35,8 @@ class PlacementTest(DesktopTestCase):
     def test_nothing_around_the_island_is_painted(self):
         self.desktop.start_white_desktop()
         island = self.desktop.start_kelo().window()
-        left, _, width, _ = self.desktop.wait_for_island(island, CLOSED)
+        self.assertIsland(island, CLOSED)
+        left, _, width, _ = self.desktop.island(island)
         self.assertTrue(wait_until(lambda: self.desktop.screen_pixel(*ISLAND_TOP) == BLACK),
                         "the island is not drawn")
         # Beside the closed island, beside the body's straight sides, in its rounded corners.
@@ -44,6 +44,3 @@ class PlacementTest(DesktopTestCase):
                      (left + width - 2, NOTCH_HEIGHT - 2)):
             self.assertNotEqual(self.desktop.screen_pixel(x, y), BLACK, "painted at %d, %d" % (x, y))
 
-
-if __name__ == "__main__":
-    unittest.main()

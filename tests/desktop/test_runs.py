@@ -2,13 +2,12 @@
 they must not do: touch the user's preferences, or run the self-check on the real data file."""
 
 import os
+import pathlib
 import struct
 import subprocess
-import unittest
 import zlib
 
-from desktop_rig import KELO, SOON, WINDOW, DesktopTestCase, minute_now_utc, task, today_utc, \
-    wait_until
+from desktop_rig import KELO, SOON, WINDOW, DesktopTestCase, now_utc, task, wait_until
 
 # The self-check's script runs 24 steps 0.8 s apart; the snapshot run 13 states 1.2 s apart.
 RUN_BOUND = 60
@@ -20,9 +19,7 @@ PREFERENCES = "[General]\ntheme=glass\nglassLook=dark\nreminderSound=false\n"
 
 def read_png(path):
     """Width, height and whether anything is drawn, of a PNG image."""
-    with open(path, "rb") as f:
-        data = f.read()
-    pixels, position = b"", 8
+    data, pixels, position = pathlib.Path(path).read_bytes(), b"", 8
     while position < len(data):
         length, kind = struct.unpack(">I4s", data[position:position + 8])
         pixels += data[position + 8:position + 8 + length] if kind == b"IDAT" else b""
@@ -37,21 +34,16 @@ def read_png(path):
 
 class RunsTest(DesktopTestCase):
 
-    def finish(self, kelo):
-        kelo.process.wait(timeout=RUN_BOUND)
-        return kelo.process.returncode, kelo.log()
-
     def test_the_self_check_passes_and_leaves_the_preferences_alone(self):
         preferences = self.desktop.write("config/Kelo/Kelo.conf", PREFERENCES)
         kelo = self.desktop.start_kelo(KELO_SELFTEST="1")
-        status, log = self.finish(kelo)
+        status, log = kelo.process.wait(timeout=RUN_BOUND), kelo.log()
         lines = log.splitlines()
         self.assertEqual(sum(line.startswith("PASS ") for line in lines), 18, log)
         self.assertIn("ALL PASS", lines, log)
         self.assertTrue(any(line.startswith("INFO  key window: ") for line in lines), log)
         self.assertEqual(status, 0, log)
-        with open(preferences, encoding="utf-8") as f:
-            self.assertEqual(f.read(), PREFERENCES)
+        self.assertEqual(pathlib.Path(preferences).read_text(encoding="utf-8"), PREFERENCES)
 
     def test_without_a_scratch_data_file_the_self_check_refuses(self):
         env = dict(self.desktop.env, KELO_SELFTEST="")
@@ -66,12 +58,12 @@ class RunsTest(DesktopTestCase):
         self.desktop.spawn(["xcompmgr"], env=self.desktop.env)
         self.assertTrue(wait_until(self.desktop.compositing), "xcompmgr did not start")
         folder = os.path.join(self.desktop.scratch, "shots")
-        minute = min(minute_now_utc() + 30, 1439)
+        today, minute = now_utc()
         data = self.desktop.write("todos.json", [
-            task("standup", day=today_utc(), minute=minute), task("water the plants",
-                                                                  day=today_utc()),
-            task("learn Rust")])
-        status, log = self.finish(self.desktop.start_kelo(data, KELO_SNAPSHOT=folder))
+            task("standup", day=today, minute=min(minute + 30, 1439)),
+            task("water the plants", day=today), task("learn Rust")])
+        kelo = self.desktop.start_kelo(data, KELO_SNAPSHOT=folder)
+        status, log = kelo.process.wait(timeout=RUN_BOUND), kelo.log()
         self.assertEqual(status, 0, log)
         self.assertEqual(sorted(os.listdir(folder)), sorted(name + ".png" for name in SNAPSHOTS))
         for name in SNAPSHOTS:
@@ -80,6 +72,3 @@ class RunsTest(DesktopTestCase):
             self.assertTrue(drawn, name + " is blank")
         # Whether the glass shows the desktop through is checked on the screen (test_island_frames).
 
-
-if __name__ == "__main__":
-    unittest.main()
