@@ -12,10 +12,10 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 build=${1:-$here/../build}
 kelo=$build/shell/kelo
-helper=$build/tests/desktop/x11_helper
+first_frame=$build/bench/first_frame
 idle_seconds=${KELO_BENCH_IDLE:-60}
-for program in "$kelo" "$helper"; do
-    [[ -x $program ]] || { echo "missing $program: build kelo and x11_helper first" >&2; exit 2; }
+for program in "$kelo" "$first_frame"; do
+    [[ -x $program ]] || { echo "missing $program: build kelo and first_frame first" >&2; exit 2; }
 done
 
 scratch=$(mktemp -d /tmp/kelo-bench-XXXXXX)
@@ -71,7 +71,7 @@ measure() {
     local frames=() run result pid
     for run in 1 2 3 4 5; do
         rm -f "$scratch/empty.json"*
-        result=$(env "$@" KELO_DATA="$scratch/empty.json" "$helper" first-frame 720 12 "$kelo")
+        result=$(env "$@" KELO_DATA="$scratch/empty.json" "$first_frame" 720 12 "$kelo")
         pid=${result#* }
         frames+=("${result%% *}")
         stop "$pid"

@@ -1,24 +1,17 @@
-// What the X tools cannot tell, for the desktop tests and the whole-process figures:
+// What the X tools cannot tell, for the desktop tests:
 //   x11_helper shape <window>
 //                           prints "bounding <x> <y> <w> <h>" and "input <x> <y> <w> <h>": the
 //                           extents of the window's shape regions, in its own coordinates
 //   x11_helper compositor   prints "yes" while a compositing manager runs, else "no"
 //   x11_helper backdrop     a white desktop window over the whole screen (some compositors paint
 //                           the root black); prints its id and runs until it is killed
-//   x11_helper first-frame <x> <y> <program>...
-//                           for the whole-process figures: starts the program and prints the
-//                           milliseconds until the screen pixel at <x>,<y> turns black (the island
-//                           drawn over a white root)
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string_view>
-#include <thread>
-#include <unistd.h>
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
 
@@ -31,16 +24,6 @@ xcb_atom_t atom(xcb_connection_t* xcb, const char* name) {
         xcb_intern_atom(xcb, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
     Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(xcb, cookie, nullptr), &std::free);
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
-bool isBlack(xcb_connection_t* xcb, xcb_window_t root, std::int16_t x, std::int16_t y) {
-    const auto cookie = xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, root, x, y, 1, 1, 0x00FFFFFF);
-    Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(xcb, cookie, nullptr), &std::free);
-    if (!reply || xcb_get_image_data_length(reply.get()) < 3) {
-        return false;
-    }
-    const std::uint8_t* pixel = xcb_get_image_data(reply.get());
-    return pixel[0] == 0 && pixel[1] == 0 && pixel[2] == 0;
 }
 
 int shape(xcb_connection_t* xcb, xcb_window_t window) {
@@ -99,36 +82,6 @@ int backdrop(xcb_connection_t* xcb, const xcb_screen_t* screen) {
     return 0;
 }
 
-int firstFrame(xcb_connection_t* xcb, const xcb_screen_t* screen, std::int16_t x, std::int16_t y,
-               char** program) {
-    if (isBlack(xcb, screen->root, x, y)) {
-        std::fprintf(stderr, "x11_helper: the probe pixel is black before the start\n");
-        return 2;
-    }
-    const auto start = std::chrono::steady_clock::now();
-    const pid_t child = fork();
-    if (child == 0) {
-        // The figures are this probe's only output; the program's own goes nowhere, and must
-        // not hold the probe's output open after the probe is done.
-        std::freopen("/dev/null", "w", stdout);
-        std::freopen("/dev/null", "w", stderr);
-        execvp(program[0], program);
-        _exit(127);
-    }
-    const auto deadline = start + std::chrono::seconds(20);
-    while (!isBlack(xcb, screen->root, x, y)) {
-        if (std::chrono::steady_clock::now() > deadline) {
-            std::printf("timeout %d\n", child);
-            return 1;
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds(500));
-    }
-    const std::chrono::duration<double, std::milli> elapsed =
-        std::chrono::steady_clock::now() - start;
-    std::printf("%.1f %d\n", elapsed.count(), child);
-    return 0;
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -149,11 +102,6 @@ int main(int argc, char** argv) {
     if (mode == "backdrop") {
         return backdrop(xcb, screen);
     }
-    if (mode == "first-frame" && argc > 4) {
-        return firstFrame(xcb, screen, static_cast<std::int16_t>(std::atoi(argv[2])),
-                          static_cast<std::int16_t>(std::atoi(argv[3])), argv + 4);
-    }
-    std::fprintf(stderr, "usage: x11_helper shape <window> | compositor | backdrop | first-frame "
-                         "<x> <y> <program>...\n");
+    std::fprintf(stderr, "usage: x11_helper shape <window> | compositor | backdrop\n");
     return 2;
 }
