@@ -50,8 +50,8 @@ constexpr auto entries = [] {
         {"@", Kind::at}, {"this", Kind::this_}, {"on", Kind::on}, {"by", Kind::by},
         {"due", Kind::by}, {"am", Kind::am}, {"pm", Kind::pm},
     });
-    // Sorted for a binary search: every word of every line typed is looked up, and most of them
-    // are not in the vocabulary.
+    // Sorted, so that the entries of one first letter stand together: every word of every line
+    // typed is looked up, and most of them are not in the vocabulary.
     std::ranges::sort(sorted, {}, &Entry::word);
     return sorted;
 }();
@@ -61,6 +61,18 @@ static_assert(entries.size() == 71);
 static_assert(std::ranges::adjacent_find(entries, {}, &Entry::word) == entries.end());
 
 constexpr std::size_t longestEntry = 9; // "september"
+
+// Where the entries of each first letter begin and end in the sorted table: a word is compared
+// only with the few entries that share its first letter, most of them of another length.
+constexpr auto firstLetterRanges = [] {
+    std::array<std::pair<std::size_t, std::size_t>, 256> ranges{};
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        auto& [begin, end] = ranges[static_cast<unsigned char>(entries[i].word.front())];
+        begin = end == 0 ? i : begin;
+        end = i + 1;
+    }
+    return ranges;
+}();
 
 constexpr bool isAsciiDigit(char c) {
     return c >= '0' && c <= '9';
@@ -90,8 +102,10 @@ const Entry* lookup(std::string_view word) {
     if (word.empty() || word.size() > longestEntry) {
         return nullptr;
     }
-    const auto* found = std::ranges::lower_bound(entries, word, {}, &Entry::word);
-    return found != entries.end() && found->word == word ? found : nullptr;
+    const auto [begin, end] = firstLetterRanges[static_cast<unsigned char>(word.front())];
+    const auto* found = std::find_if(entries.begin() + begin, entries.begin() + end,
+                                     [word](const Entry& entry) { return entry.word == word; });
+    return found != entries.begin() + end ? found : nullptr;
 }
 
 std::optional<int> time(std::string_view word, bool bare) {
