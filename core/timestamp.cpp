@@ -2,10 +2,6 @@
 
 #include "civil_day.h"
 
-#include <algorithm>
-#include <charconv>
-#include <iterator>
-
 namespace kelo {
 
 namespace {
